@@ -1,0 +1,28 @@
+# Everything that every target shares, and the one way to add a folder of the house as a library.
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+
+add_library(memwright_flags INTERFACE)
+target_compile_features(memwright_flags INTERFACE cxx_std_20)
+target_include_directories(memwright_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
+
+# memwright_library(<folder> SOURCES <file>... [USES <library>...])
+# adds the calling folder as the static library memwright_<folder>.
+function(memwright_library folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
+  add_library(memwright_${folder} STATIC ${arg_SOURCES})
+  target_link_libraries(memwright_${folder} PUBLIC memwright_flags ${arg_USES})
+endfunction()
+
+# memwright_test(<name> SOURCES <file>... [USES <library>...] [PROPERTIES <ctest property>...])
+# adds a GoogleTest program and hands each of its cases to CTest.
+function(memwright_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;PROPERTIES")
+  add_executable(${name} ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(${name} PRIVATE ${arg_USES} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
+                       PROPERTIES TIMEOUT 300 ${arg_PROPERTIES})
+endfunction()

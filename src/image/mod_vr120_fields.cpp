@@ -1,0 +1,91 @@
+// The fields of a channel memory: frequency, fraction code, mode, preference and label.
+
+#include "image/mod_vr120.h"
+#include "image/number_text.h"
+
+namespace memwright {
+
+std::string modVR120::GetMemFreq(int Bank, int Memnumber) const {
+    const int first = record(Bank, Memnumber);
+    std::string digits;
+    for (int i = 0; i < layout::kFrequencySize; ++i) digits += lHex(MemoryImage.get(first + i));
+    return frequency_from_digits(digits, GetRXStp(Bank, Memnumber));
+}
+
+void modVR120::SetMemFreq(int Bank, int Memnumber, std::string& Freq) {
+    const auto [digits, fraction] = digits_from_frequency(Freq);
+    SetRxStp(Bank, Memnumber, fraction);
+    const int first = record(Bank, Memnumber);
+    // 1600 MHz and more give more than six digits: the last byte is always the last two of them.
+    const auto byte = [](const std::string& text) { return static_cast<std::uint8_t>(lLng(text)); };
+    MemoryImage.set(first, byte(digits.substr(0, 2)));
+    MemoryImage.set(first + 1, byte(digits.substr(2, 2)));
+    MemoryImage.set(first + 2, byte(digits.substr(digits.size() - 2)));
+}
+
+std::string modVR120::GetRXStp(int Bank, int Memnumber) const {
+    const int flags = record(Bank, Memnumber) + layout::kFlags;
+    const std::string code = std::to_string(GetBit(flags, layout::kFraction75Bit)) +
+                             std::to_string(GetBit(flags, layout::kFraction50Bit)) +
+                             std::to_string(GetBit(flags, layout::kFraction25Bit));
+    if (code == "010") return "50";
+    if (code == "001") return "25";
+    if (code == "100") return "75";
+    return "";
+}
+
+void modVR120::SetRxStp(int Bank, int Memnumber, const std::string& stp) {
+    const int flags = record(Bank, Memnumber) + layout::kFlags;
+    SetBit(flags, layout::kFraction75Bit, stp == "75" ? 1 : 0);
+    SetBit(flags, layout::kFraction50Bit, stp == "50" ? 1 : 0);
+    SetBit(flags, layout::kFraction25Bit, stp == "25" ? 1 : 0);
+}
+
+std::string modVR120::GetMode(int Bank, int Memnumber) const {
+    const int flags = record(Bank, Memnumber) + layout::kFlags;
+    const std::string code = std::to_string(GetBit(flags, layout::kModeHighBit)) +
+                             std::to_string(GetBit(flags, layout::kModeLowBit));
+    if (code == "01") return "NFM";
+    if (code == "10") return "WFM";
+    if (code == "11") return "AM";
+    return "";
+}
+
+void modVR120::SetMode(int Bank, int Memnumber, const std::string& Mode) {
+    if (Mode != "NFM" && Mode != "WFM" && Mode != "AM") return;
+    const int flags = record(Bank, Memnumber) + layout::kFlags;
+    SetBit(flags, layout::kModeHighBit, Mode == "NFM" ? 0 : 1);
+    SetBit(flags, layout::kModeLowBit, Mode == "WFM" ? 0 : 1);
+}
+
+std::string modVR120::GetPref(int Bank, int Memnumber) const {
+    const int flags = record(Bank, Memnumber) + layout::kFlags;
+    return GetBit(flags, layout::kPreferenceBit) == 0 ? "Off" : "On";
+}
+
+void modVR120::SetPref(int Bank, int Memnumber, const std::string& Pref) {
+    if (Pref != "Off" && Pref != "On") return;
+    const int flags = record(Bank, Memnumber) + layout::kFlags;
+    SetBit(flags, layout::kPreferenceBit, Pref == "On" ? 1 : 0);
+}
+
+std::string modVR120::GetMemTag(int Bank, int Memnumber) const {
+    const int first = label(Bank, Memnumber);
+    std::string tag;
+    for (int i = 0; i < layout::kLabelSize; ++i) {
+        tag += static_cast<char>(MemoryImage.get(first + i));
+    }
+    while (tag.ends_with(' ')) tag.pop_back();
+    return tag;
+}
+
+void modVR120::SetMemTag(int Bank, int Memnumber, const std::string& tag) {
+    const int first = label(Bank, Memnumber);
+    std::string padded = tag;
+    padded.resize(layout::kLabelSize, ' ');
+    for (int i = 0; i < layout::kLabelSize; ++i) {
+        MemoryImage.set(first + i, static_cast<std::uint8_t>(padded[static_cast<std::size_t>(i)]));
+    }
+}
+
+}  // namespace memwright

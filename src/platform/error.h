@@ -1,0 +1,40 @@
+#pragma once
+
+// The faults of the program. The text (UTF-8) says what failed, on what, why, what was kept, and
+// what to do next; it is shown to the user as it stands. Nothing catches these but the places that
+// the behaviour names and the boundary where events enter (app/error_report.h).
+
+#include <stdexcept>
+
+namespace memwright {
+
+class Error : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// An index outside of what it indexes: a bug of the caller.
+class IndexError : public Error {
+  public:
+    using Error::Error;
+};
+
+// A text or number that does not convert to what is wanted.
+class ConversionError : public Error {
+  public:
+    using Error::Error;
+};
+
+// A file, or the folder that it lies in, does not do what is asked of it.
+class FileError : public Error {
+  public:
+    using Error::Error;
+};
+
+// A serial port cannot be opened, cannot be set, or hung up.
+class PortError : public Error {
+  public:
+    using Error::Error;
+};
+
+}  // namespace memwright

@@ -1,0 +1,37 @@
+#pragma once
+
+// Files as the program uses them. File names are bytes in the file system's own encoding (UTF-8
+// wherever it has none), so that every name that exists can be used. Failures are FileErrors that
+// name the file, the cause and the remedy.
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace memwright {
+
+using Bytes = std::vector<std::uint8_t>;
+
+class FileSystem {
+  public:
+    virtual ~FileSystem() = default;
+
+    // The first `limit` bytes of a regular file; fewer if it is shorter. Bytes read before a
+    // failure are in `bytes` all the same. A missing file is created empty.
+    virtual void read(const std::string& path, std::size_t limit, Bytes& bytes) = 0;
+
+    // Overwrites the start of a file with `bytes`, creating it if it is missing. Bytes of the old
+    // file past their end stay. The file is the complete old one or the complete new one at every
+    // moment; it keeps its permissions, and a symbolic link stays a link to it.
+    virtual void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) = 0;
+
+    // True if the attributes of `path` can be read: files and folders alike. Never fails.
+    virtual bool exists(const std::string& path) noexcept = 0;
+
+    virtual std::string current_folder() = 0;
+    virtual void set_current_folder(const std::string& path) = 0;
+};
+
+}  // namespace memwright

@@ -1,0 +1,98 @@
+#include "platform/native_file.h"
+
+#include <cerrno>
+#include <system_error>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace memwright::native {
+
+namespace fs = std::filesystem;
+
+#ifdef _WIN32
+
+fs::path path_of(const std::string& name) { return std::u8string(name.begin(), name.end()); }
+
+std::string name_of(const fs::path& path) {
+    const std::u8string name = path.u8string();
+    return {name.begin(), name.end()};
+}
+
+std::FILE* open_file(const fs::path& path, const char* mode) {
+    const std::string narrow = mode;
+    std::FILE* const file =
+        _wfopen(path.c_str(), std::wstring(narrow.begin(), narrow.end()).c_str());
+    if (file != nullptr) std::setvbuf(file, nullptr, _IONBF, 0);
+    return file;
+}
+
+bool bring_to_disk(std::FILE* file) {
+    return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
+}
+
+void bring_folder_to_disk(const fs::path& /*path*/) {}
+
+void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
+    std::error_code ignored;
+    fs::permissions(to, fs::status(from, ignored).permissions(), ignored);
+}
+
+#else
+
+fs::path path_of(const std::string& name) { return name; }
+
+std::string name_of(const fs::path& path) { return path.native(); }
+
+std::FILE* open_file(const fs::path& path, const char* mode) {
+    std::FILE* const file = std::fopen(path.c_str(), mode);
+    if (file != nullptr) std::setvbuf(file, nullptr, _IONBF, 0);
+    return file;
+}
+
+bool bring_to_disk(std::FILE* file) {
+    if (std::fflush(file) != 0) return false;
+    int result = 0;
+    do {
+        result = fsync(fileno(file));
+    } while (result != 0 && errno == EINTR);
+    // Some file systems have nothing to sync to.
+    return result == 0 || errno == EINVAL;
+}
+
+void bring_folder_to_disk(const fs::path& path) {
+    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
+    struct stat old {};
+    if (stat(from.c_str(), &old) != 0) return;
+    // The owner first: changing it drops bits of the mode.
+    const bool same_owner = chown(to.c_str(), old.st_uid, old.st_gid) == 0;
+    constexpr mode_t kOthersBits = 07777, kNoSetIds = 0777;
+    chmod(to.c_str(), old.st_mode & (same_owner ? kOthersBits : kNoSetIds));
+}
+
+#endif
+
+bool write_all(std::FILE* file, std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+        const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), file);
+        bytes = bytes.subspan(written);
+        if (bytes.empty()) break;
+        if (errno != EINTR) return false;
+        std::clearerr(file);
+    }
+    return true;
+}
+
+}  // namespace memwright::native

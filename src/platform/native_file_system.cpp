@@ -1,0 +1,186 @@
+#include "platform/native_file_system.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <system_error>
+#include <utility>
+
+#include "platform/error.h"
+#include "platform/native_file.h"
+
+namespace memwright {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMostLinks = 40;
+
+[[noreturn]] void fail(const std::string& task, const std::string& path, const std::string& cause,
+                       const std::string& remedy) {
+    throw FileError("Cannot " + task + " " + path + ": " + cause + ".\n" + remedy);
+}
+
+std::string last_cause() { return std::generic_category().message(errno); }
+
+// What to do about a file that cannot be written.
+std::string saving_remedy(int cause) {
+    const std::string kept = "Nothing was changed there. ";
+    if (cause == ENOSPC || cause == EDQUOT || cause == EFBIG) {
+        return kept + "Free some space, or save to another place with Save As.";
+    }
+    if (cause == EACCES || cause == EPERM || cause == EROFS) {
+        return kept + "Save to a folder that you may write to with Save As.";
+    }
+    return kept + "Check that its folder exists, or save to another place with Save As.";
+}
+
+std::string kind_of(fs::file_type type) {
+    switch (type) {
+        case fs::file_type::directory: return "it is a folder";
+        case fs::file_type::fifo: return "it is a named pipe";
+        case fs::file_type::socket: return "it is a socket";
+        case fs::file_type::block:
+        case fs::file_type::character: return "it is a device";
+        default: return "it is no ordinary file";
+    }
+}
+
+// The file that a path leads to in the end; it need not exist.
+fs::path behind_links(fs::path path) {
+    std::error_code ignored;
+    for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, ignored)); ++i) {
+        path = path.parent_path() / fs::read_symlink(path, ignored);
+    }
+    return path;
+}
+
+// A new file in the folder of another, which it is to replace; removed unless it did.
+class Replacement {
+  public:
+    Replacement(const std::string& shown_name, const fs::path& target)
+        : shown_name_(shown_name), target_(target) {
+        std::random_device random;
+        do {
+            path_ = target.parent_path() / (".memwright-" + std::to_string(random()) + ".tmp");
+            file_ = native::open_file(path_, "wbx");
+        } while (file_ == nullptr && errno == EEXIST);
+        if (file_ == nullptr) give_up();
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+    ~Replacement() {
+        if (file_ != nullptr) std::fclose(file_);
+        std::error_code ignored;
+        if (!path_.empty()) fs::remove(path_, ignored);
+    }
+
+    void write(std::span<const std::uint8_t> bytes) {
+        if (!native::write_all(file_, bytes)) give_up();
+    }
+
+    void finish(const fs::file_status& old) {
+        if (!native::bring_to_disk(file_)) give_up();
+        if (std::fclose(std::exchange(file_, nullptr)) != 0) give_up();
+        if (fs::exists(old)) native::keep_owner_and_permissions(target_, path_);
+        std::error_code error;
+        fs::rename(path_, target_, error);
+        if (error) {
+            errno = error.value();
+            give_up();
+        }
+        path_.clear();
+        native::bring_folder_to_disk(target_);
+    }
+
+  private:
+    [[noreturn]] void give_up() {
+        const int cause = errno;
+        fail("save", shown_name_, last_cause(), saving_remedy(cause));
+    }
+
+    std::string shown_name_;
+    fs::path target_;
+    fs::path path_;
+    std::FILE* file_ = nullptr;
+};
+
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+// Bytes from `first` on, at most `limit`; what was read before a failure is in `bytes`.
+void read_from(const std::string& path, std::size_t first, std::size_t limit, Bytes& bytes) {
+    const std::string remedy = "Check that the file can be read, or open another one.";
+    const File file{native::open_file(native::path_of(path), "rb"), &std::fclose};
+    if (file == nullptr) fail("open", path, last_cause(), remedy);
+    if (std::fseek(file.get(), static_cast<long>(first), SEEK_SET) != 0) {
+        fail("read", path, last_cause(), remedy);
+    }
+    bytes.resize(limit);
+    bytes.resize(std::fread(bytes.data(), 1, limit, file.get()));
+    if (std::ferror(file.get()) != 0) fail("read", path, last_cause(), remedy);
+}
+
+void create_empty(const std::string& path) {
+    const File file{native::open_file(native::path_of(path), "abx"), &std::fclose};
+    if (file == nullptr && errno != EEXIST) {
+        fail("create", path, last_cause(), "Check that its folder exists and may be written to.");
+    }
+}
+
+}  // namespace
+
+void NativeFileSystem::read(const std::string& path, std::size_t limit, Bytes& bytes) {
+    bytes.clear();
+    std::error_code error;
+    const auto status = fs::status(native::path_of(path), error);
+    if (status.type() == fs::file_type::not_found) create_empty(path);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        fail("open", path, kind_of(status.type()), "Choose an image file.");
+    }
+    read_from(path, 0, limit, bytes);
+}
+
+void NativeFileSystem::overwrite(const std::string& path, std::span<const std::uint8_t> bytes) {
+    const fs::path target = behind_links(native::path_of(path));
+    std::error_code error;
+    const auto old = fs::status(target, error);
+    if (fs::exists(old) && !fs::is_regular_file(old)) {
+        fail("save", path, kind_of(old.type()), saving_remedy(0));
+    }
+    Bytes rest;
+    const auto old_size = fs::exists(old) ? fs::file_size(target, error) : 0;
+    if (!error && old_size > bytes.size()) {
+        read_from(path, bytes.size(), old_size - bytes.size(), rest);
+    }
+    Replacement replacement(path, target);
+    replacement.write(bytes);
+    replacement.write(rest);
+    replacement.finish(old);
+}
+
+bool NativeFileSystem::exists(const std::string& path) noexcept {
+    try {
+        std::error_code error;
+        return !path.empty() && fs::exists(native::path_of(path), error) && !error;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+std::string NativeFileSystem::current_folder() {
+    std::error_code error;
+    const fs::path folder = fs::current_path(error);
+    return error ? std::string{} : native::name_of(folder);
+}
+
+void NativeFileSystem::set_current_folder(const std::string& path) {
+    std::error_code error;
+    fs::current_path(native::path_of(path), error);
+    if (error) {
+        fail("change to the folder", path, error.message(), "Choose a folder that exists.");
+    }
+}
+
+}  // namespace memwright

@@ -1,0 +1,19 @@
+#pragma once
+
+// The file system of the machine. Replacing a file writes a new one beside it, brings it to the
+// disk and renames it over the old one.
+
+#include "platform/file_system.h"
+
+namespace memwright {
+
+class NativeFileSystem final : public FileSystem {
+  public:
+    void read(const std::string& path, std::size_t limit, Bytes& bytes) override;
+    void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) override;
+    bool exists(const std::string& path) noexcept override;
+    std::string current_folder() override;
+    void set_current_folder(const std::string& path) override;
+};
+
+}  // namespace memwright
