@@ -1,0 +1,32 @@
+#pragma once
+
+// A main window's place on the screen. Lengths in twips, of the whole window with its frame.
+
+namespace memwright {
+
+enum class WindowState { normal = 0, minimised = 1, maximised = 2 };
+
+class FormWindow {
+  public:
+    virtual ~FormWindow() = default;
+
+    virtual WindowState state() const = 0;
+    virtual void set_state(WindowState state) = 0;
+
+    virtual double left() const = 0;
+    virtual double top() const = 0;
+    virtual double width() const = 0;
+    virtual double height() const = 0;
+    virtual void set_left(double twips) = 0;
+    virtual void set_top(double twips) = 0;
+    virtual void set_width(double twips) = 0;
+    virtual void set_height(double twips) = 0;
+
+    virtual double screen_width() const = 0;
+    virtual double screen_height() const = 0;
+
+    // Asks the window to close, as its close button does.
+    virtual void close() = 0;
+};
+
+}  // namespace memwright

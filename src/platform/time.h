@@ -1,0 +1,32 @@
+#pragma once
+
+// Time and the event loop, handed in so that tests own them.
+
+#include <chrono>
+#include <functional>
+
+#include "platform/signal.h"
+
+namespace memwright {
+
+class Clock {
+  public:
+    virtual ~Clock() = default;
+
+    // Local time of day in seconds, 0 to less than 86400, with the clock's full resolution.
+    virtual double seconds_since_midnight() = 0;
+};
+
+class EventLoop {
+  public:
+    virtual ~EventLoop() = default;
+
+    // Handles the events that have come; if none have, sleeps until one does or `at_most` is over.
+    virtual void wait(std::chrono::milliseconds at_most) = 0;
+
+    // Runs `tick` every `interval` from now on, as long as the Connection lives.
+    [[nodiscard]] virtual Connection every(std::chrono::milliseconds interval,
+                                           std::function<void()> tick) = 0;
+};
+
+}  // namespace memwright

@@ -1,0 +1,105 @@
+#pragma once
+
+// A grid of texts with a colour for each cell's text, widths, heights and a current
+// cell. Widths and heights in twips; a column of width 0
+// is not seen. Cell texts are in the radio's character set. Row and column numbers outside of the
+// grid are IndexErrors.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/controls.h"
+
+namespace memwright {
+
+// What changed of a grid, as one signal for a whole batch.
+struct GridChange {
+    int first_row = 0;
+    int last_row = -1;
+    int first_col = 0;
+    int last_col = -1;
+    bool layout = false;  // numbers of rows and columns, widths, heights
+
+    bool none() const { return last_row < first_row && !layout; }
+    void add_cells(int from_row, int to_row, int from_col, int to_col);
+};
+
+using Colour = std::uint32_t;  // 0xRRGGBB; 0 is the user's own text colour
+
+class MSFlexGrid : public PlacedControl {
+  public:
+    using PlacedControl::PlacedControl;
+
+    int Rows() const { return static_cast<int>(row_heights_.size()); }
+    int Cols() const { return static_cast<int>(col_widths_.size()); }
+    void set_rows(int rows);
+    void set_cols(int cols);
+
+    // Every cell's text becomes empty and its colour 0.
+    void Clear();
+
+    const std::string& TextMatrix(int row, int col) const { return cell(row, col).text; }
+    void set_text(int row, int col, std::string text);
+
+    Colour colour(int row, int col) const { return cell(row, col).colour; }
+    void set_colour(int row, int col, Colour colour);
+
+    double ColWidth(int col) const { return col_widths_[checked_col(col)]; }
+    double RowHeight(int row) const { return row_heights_[checked_row(row)]; }
+    int ColAlignment(int col) const { return col_alignments_[checked_col(col)]; }
+    void set_col_width(int col, double twips);
+    void set_row_height(int row, double twips);
+    void set_col_alignment(int col, int code);  // 1: left and vertically centred
+
+    // The current cell.
+    int Row() const { return row_; }
+    int Col() const { return col_; }
+    void set_row(int row);
+    void set_col(int col);
+
+    // While false, changes are gathered; setting it back to true signals them at once.
+    bool Redraw() const { return redraw_; }
+    void set_redraw(bool on);
+
+    Signal<const GridChange&> changed;
+    Signal<> current_changed;
+
+    // Gathers the changes of a scope into one signal. Scopes nest.
+    class Batch {
+      public:
+        explicit Batch(MSFlexGrid& grid) : grid_(grid) { ++grid_.batches_; }
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+        ~Batch();
+
+      private:
+        MSFlexGrid& grid_;
+    };
+
+  private:
+    struct Cell {
+        std::string text;
+        Colour colour = 0;
+    };
+
+    std::size_t checked_row(int row) const;
+    std::size_t checked_col(int col) const;
+    const Cell& cell(int row, int col) const;
+    Cell& cell(int row, int col);
+    void note_cells(int from_row, int to_row, int from_col, int to_col);
+    void note_layout();
+    void signal_if_due();
+
+    std::vector<std::vector<Cell>> cells_;  // by row
+    std::vector<double> row_heights_;
+    std::vector<double> col_widths_;
+    std::vector<int> col_alignments_;
+    int row_ = 0;
+    int col_ = 0;
+    bool redraw_ = true;
+    int batches_ = 0;
+    GridChange gathered_;
+};
+
+}  // namespace memwright
