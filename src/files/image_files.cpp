@@ -1,0 +1,155 @@
+#include "files/image_files.h"
+
+#include <exception>
+#include <filesystem>
+
+#include "platform/error.h"
+#include "platform/native_file.h"
+
+namespace memwright {
+namespace {
+
+const FileFilter kAllFiles{"All Files (*.*)", "*.*"};
+
+}  // namespace
+
+std::optional<Answer> ImageFiles::ask_about_changes() {
+    if (!table_.IsDataChanged()) return std::nullopt;
+    return desktop_.messages.show(
+        {.text = "The VR120 data has changed.\r\nDo you want to save the changes?",
+         .title = "Memwright",
+         .buttons = Buttons::yes_no_cancel,
+         .icon = Icon::exclamation});
+}
+
+bool ImageFiles::may_go_on() {
+    const auto answer = ask_about_changes();
+    if (answer == Answer::cancel) return false;
+    if (answer == Answer::yes) {
+        save_cancelled = false;
+        // Deliberate: the command goes on whatever the save did.
+        mnuSaveOnly_Click();
+    }
+    return true;
+}
+
+void ImageFiles::mnuOpen_Click() {
+    table_.SaveVR120Data();
+    if (!may_go_on()) return;
+    const auto name = desktop_.dialogs.open(
+        {.title = "Open File",
+         .filters = {{"VR-120 Files (*.120 *.tk1)", "*.120;*.tk1"}, kAllFiles},
+         .folder = last_used_folder});
+    if (!name) return;
+    const std::string path = up_to_nul(*name);
+    enter_folder_of(path);
+    open(path);
+}
+
+void ImageFiles::open_named(const std::string& path) {
+    table_.SaveVR120Data();
+    if (may_go_on()) open(path);
+}
+
+void ImageFiles::open(const std::string& path) {
+    const std::string old_path = current_path_;
+    const std::string old_caption = caption_.caption;
+    const MemoryImage old_image = store_.MemoryImage;
+    try {
+        current_path_ = path;
+        caption_.show_path(path);
+        store_.OpenVR120(path);
+    } catch (...) {
+        // What the user had stays open, under its own name.
+        current_path_ = old_path;
+        caption_.caption = old_caption;
+        store_.MemoryImage = old_image;
+        throw;
+    }
+    table_.ParseVR120Data();
+    table_.SetChangeCheck();
+    window_.EnableGui();
+    grid_.enabled = true;
+}
+
+void ImageFiles::mnuSaveOnly_Click() {
+    table_.SaveVR120Data();
+    if (current_path_.empty()) {
+        mnuSave_Click();
+        return;
+    }
+    write(current_path_);
+    table_.SetChangeCheck();
+}
+
+void ImageFiles::mnuSave_Click() {
+    try {
+        table_.SaveVR120Data();
+    } catch (const std::exception&) {
+        save_cancelled = true;
+        return;
+    }
+    save_as();
+}
+
+void ImageFiles::save_as() {
+    // Deliberate: Save As ends silently when it fails.
+    try {
+        const auto name = desktop_.dialogs.save(
+            {.title = "Save File As..",
+             .filters = {{"VR-120 Files (*.120)", "*.120"}, kAllFiles},
+             .folder = desktop_.files.current_folder()});
+        if (!name) {
+            save_cancelled = true;
+            return;
+        }
+        const std::string path = with_extension(up_to_nul(*name), ".120");
+        if (!save_as_confirmed(path)) {
+            save_cancelled = true;
+            return;
+        }
+        current_path_ = path;
+        caption_.show_path(path);
+        table_.SetChangeCheck();
+        enter_folder_of(path);
+    } catch (const std::exception&) {
+        save_cancelled = true;
+    }
+}
+
+// False if the user cancelled at the question whether to replace a file.
+bool ImageFiles::save_as_confirmed(const std::string& path) {
+    if (store_.FileExists(path)) {
+        const Answer answer = desktop_.messages.show(
+            {.text = path + " already exists.\r\nDo you want to replace it?",
+             .title = "Save As",
+             .buttons = Buttons::yes_no_cancel,
+             .icon = Icon::exclamation});
+        if (answer == Answer::cancel) return false;
+        if (answer == Answer::no) {
+            // Deliberate: whatever comes of the second run, this one then takes over the declined
+            // path as the current one.
+            save_as();
+            return true;
+        }
+    }
+    write(path);
+    return true;
+}
+
+void ImageFiles::write(const std::string& path) {
+    desktop_.files.overwrite(path, store_.MemoryImage.bytes());
+}
+
+// As the system's own dialogs do: the folder of the chosen file becomes the current one.
+void ImageFiles::enter_folder_of(const std::string& path) {
+    const auto folder = native::path_of(path).parent_path();
+    if (folder.empty()) return;
+    try {
+        desktop_.files.set_current_folder(native::name_of(folder));
+    } catch (const FileError&) {
+        // Opening or saving there will say what is wrong.
+    }
+}
+
+}  // namespace memwright

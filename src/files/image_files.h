@@ -1,0 +1,75 @@
+#pragma once
+
+// Image files: the 7392 bytes of the memory image and nothing else, under any extension. The
+// commands Open, Save and Save As, and the question about unsaved changes that goes before whatever
+// would lose them.
+
+#include <optional>
+#include <string>
+
+#include "files/user_interface.h"
+#include "image/mod_vr120.h"
+#include "platform/file_dialogs.h"
+#include "platform/file_system.h"
+#include "platform/message_box.h"
+#include "table/channel_table.h"
+
+namespace memwright {
+
+class ImageFiles {
+  public:
+    // What the commands ask of the desktop.
+    struct Desktop {
+        MessageBox& messages;
+        FileDialogs& dialogs;
+        FileSystem& files;
+    };
+
+    ImageFiles(modVR120& store, ChannelTable& table, MSFlexGrid& grid, UserInterface& window,
+               FormCaption& caption, Desktop desktop)
+        : store_(store),
+          table_(table),
+          grid_(grid),
+          window_(window),
+          caption_(caption),
+          desktop_(desktop) {}
+
+    void mnuOpen_Click();
+    void mnuSaveOnly_Click();
+    void mnuSave_Click();
+
+    // Opens a file named outside of the program, as Open does after its dialog.
+    void open_named(const std::string& path);
+
+    // Asks about unsaved changes and saves them if wanted. False if the user cancelled: the command
+    // that asked is to end with nothing changed.
+    bool may_go_on();
+
+    // The question itself; none if there is nothing to ask.
+    std::optional<Answer> ask_about_changes();
+
+    // Set when a save that was asked for did not happen.
+    bool save_cancelled = false;
+
+    // Where Open's dialog starts.
+    std::string last_used_folder;
+
+    const std::string& current_path() const { return current_path_; }
+
+  private:
+    void open(const std::string& path);
+    void save_as();
+    bool save_as_confirmed(const std::string& path);
+    void write(const std::string& path);
+    void enter_folder_of(const std::string& path);
+
+    modVR120& store_;
+    ChannelTable& table_;
+    MSFlexGrid& grid_;
+    UserInterface& window_;
+    FormCaption& caption_;
+    Desktop desktop_;
+    std::string current_path_;
+};
+
+}  // namespace memwright

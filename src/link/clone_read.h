@@ -1,0 +1,51 @@
+#pragma once
+
+// Clone read: the radio sends its memory as 240 blocks, each asked for by an acknowledgement. The
+// image changes only when the whole exchange has ended; a read that is cancelled or fails leaves
+// the image, the table and the file name as they were.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "files/image_files.h"
+#include "link/serial_link.h"
+
+namespace memwright {
+
+class CloneRead {
+  public:
+    CloneRead(SerialLink& link, modVR120& store, ChannelTable& table, ImageFiles& files,
+              UserInterface& window, MessageBox& messages)
+        : link_(link),
+          store_(store),
+          table_(table),
+          files_(files),
+          window_(window),
+          messages_(messages) {}
+
+    void mnuRead_Click();
+
+    // "Invalid Checksum." after a block whose sum is wrong; "Success" when the read has ended.
+    std::string ReadFromVR120();
+
+  private:
+    using Response = std::vector<std::uint8_t>;
+
+    void exchange();
+    Response receive_block();
+    void keep_block(const Response& response, int count);
+
+    SerialLink& link_;
+    modVR120& store_;
+    ChannelTable& table_;
+    ImageFiles& files_;
+    UserInterface& window_;
+    MessageBox& messages_;
+
+    MemoryImage received_;
+    int write_position_ = 0;
+    std::string result_;
+};
+
+}  // namespace memwright

@@ -1,0 +1,36 @@
+#pragma once
+
+// Clone write: sends the memory image to the radio in 240 blocks, paced by pauses. Deliberate:
+// nothing that comes back is looked at, and Cancel in the instructions starts the write like OK.
+
+#include <cstdint>
+#include <vector>
+
+#include "files/user_interface.h"
+#include "link/serial_link.h"
+#include "table/channel_table.h"
+
+namespace memwright {
+
+class CloneWrite {
+  public:
+    CloneWrite(SerialLink& link, const modVR120& store, ChannelTable& table, UserInterface& window,
+               MessageBox& messages)
+        : link_(link), store_(store), table_(table), window_(window), messages_(messages) {}
+
+    void mnuWrite_Click();
+
+    void WriteToVR120();
+
+  private:
+    void exchange();
+    std::vector<std::uint8_t> block(int number) const;
+
+    SerialLink& link_;
+    const modVR120& store_;
+    ChannelTable& table_;
+    UserInterface& window_;
+    MessageBox& messages_;
+};
+
+}  // namespace memwright

@@ -1,0 +1,81 @@
+#include "link/serial_link.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "platform/error.h"
+
+namespace memwright {
+namespace {
+
+constexpr int kBufferSize = 30000;
+constexpr int kReceiveThreshold = 8;
+constexpr int kBinary = 1;
+constexpr std::chrono::milliseconds kLookInterval{50};
+
+}  // namespace
+
+// Deliberate: the port dialog stores its choice under another application, so it never gets here.
+int transfer_port(SettingsStore& settings) {
+    const std::string text =
+        settings.get(settings::kCloneApplication, settings::kSection, "CommPort", "1");
+    try {
+        return integer_from_text(text);
+    } catch (const ConversionError&) {
+        throw PortError("Cannot set the serial port up: the stored port number is \"" + text +
+                        "\".\nStore a number from 1 to 12 as CommPort of VR120Clone, or remove it.");
+    }
+}
+
+void SerialLink::InitPort() {
+    MSComm1_.CommPort(transfer_port(settings_));
+    MSComm1_.Settings("9600,E,8,1");
+    MSComm1_.DTREnable(true);
+    MSComm1_.EOFEnable(false);
+    MSComm1_.Handshaking(0);
+    MSComm1_.InBufferSize(kBufferSize);
+    MSComm1_.InputLen(0);
+    MSComm1_.InputMode(kBinary);
+    MSComm1_.NullDiscard(false);
+    MSComm1_.OutBufferSize(kBufferSize);
+    MSComm1_.ParityReplace("");
+    MSComm1_.RThreshold(kReceiveThreshold);
+    MSComm1_.RTSEnable(true);
+    MSComm1_.SThreshold(0);
+}
+
+void SerialLink::pause(double sec) {
+    const double start = clock_.seconds_since_midnight();
+    double last = start;
+    bool midnight_passed = false;
+    while (true) {
+        control_.check();
+        const double now = clock_.seconds_since_midnight();
+        midnight_passed = midnight_passed || now < last;
+        last = now;
+        const double left = sec - (now - start);
+        // Deliberate: a wait across midnight ends when the same time of day comes round again.
+        if (left <= 0 || (midnight_passed && now >= start)) return;
+        const auto round = std::chrono::milliseconds(static_cast<int>(std::ceil(left * 1000)));
+        loop_.wait(std::clamp(round, std::chrono::milliseconds(1), kLookInterval));
+    }
+}
+
+void SerialLink::wait_for_bytes(const std::function<bool(int)>& enough,
+                                const std::function<void(int)>& look) {
+    while (true) {
+        control_.check();
+        const int count = MSComm1_.InBufferCount();
+        if (look) look(count);
+        if (enough(count)) return;
+        loop_.wait(kLookInterval);
+    }
+}
+
+void SerialLink::clear_status() {
+    status_.Text1.text = "";
+    status_.Label1.caption = "";
+}
+
+}  // namespace memwright

@@ -1,0 +1,68 @@
+#pragma once
+
+// What clone read and clone write share: the port and its fixed settings, the waits, and the status
+// line and window. A transfer runs on the user-interface thread; its waits hand control to the
+// event loop and end with TransferCancelled when the user cancels.
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include "link/transfer_control.h"
+#include "platform/controls.h"
+#include "platform/ms_comm.h"
+#include "platform/settings_store.h"
+#include "platform/time.h"
+
+namespace memwright {
+
+class SerialLink {
+  public:
+    struct Status {
+        Label& Label1;
+        TextBox& Text1;
+    };
+
+    SerialLink(MSComm& MSComm1, SettingsStore& settings, Clock& clock, EventLoop& loop,
+               Status status, TransferControl& control)
+        : MSComm1_(MSComm1),
+          settings_(settings),
+          clock_(clock),
+          loop_(loop),
+          status_(status),
+          control_(control) {}
+
+    // Sets the port up without opening it.
+    void InitPort();
+
+    // Waits `sec` seconds by the time of day.
+    void pause(double sec);
+
+    // Waits until `enough` is true of the number of bytes received and not yet taken; there is no
+    // limit of time. `look` sees each number on the way.
+    void wait_for_bytes(const std::function<bool(int)>& enough,
+                        const std::function<void(int)>& look = {});
+
+    void send(std::span<const std::uint8_t> bytes) { MSComm1_.Output(bytes); }
+    std::vector<std::uint8_t> take() { return MSComm1_.Input(); }
+    void open() { MSComm1_.PortOpen(true); }
+    void close() { MSComm1_.PortOpen(false); }
+
+    void set_status(const std::string& text) { status_.Label1.caption = text; }
+    void clear_status();
+
+    TransferControl& control() { return control_; }
+
+  private:
+    MSComm& MSComm1_;
+    SettingsStore& settings_;
+    Clock& clock_;
+    EventLoop& loop_;
+    Status status_;
+    TransferControl& control_;
+};
+
+// The number of the port that transfers use.
+int transfer_port(SettingsStore& settings);
+
+}  // namespace memwright
