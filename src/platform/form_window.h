@@ -22,6 +22,9 @@ class FormWindow {
     virtual void set_width(double twips) = 0;
     virtual void set_height(double twips) = 0;
 
+    // What the frame and the menu bar take of the height.
+    virtual double frame_height() const = 0;
+
     virtual double screen_width() const = 0;
     virtual double screen_height() const = 0;
 

@@ -1,0 +1,71 @@
+#pragma once
+
+// The modal dialogs' controls and logic, and how they come onto the screen.
+
+#include <string>
+#include <vector>
+
+#include "link/com_ports.h"
+#include "platform/controls.h"
+#include "platform/settings_store.h"
+
+namespace memwright {
+
+// The About box.
+class Form5 {
+  public:
+    Form5();
+
+    Label NameLabel{"NameLabel"};
+    Label VersionLabel{"VersionLabel"};
+    Label CreditLabel{"CreditLabel"};
+    CommandButton Command1{"Command1"};
+
+    Signal<> closed;
+
+  private:
+    Connection close_;
+};
+
+// The port dialog: the port's number as ever, and below it the device that transfers open.
+class Form2 {
+  public:
+    Form2(SettingsStore& settings, ComPorts& ports);
+
+    ComboBox Combo1{"Combo1"};
+    CommandButton Command1{"Command1"};
+
+    Label DeviceLabel{"DeviceLabel"};
+    Label DeviceListLabel{"DeviceListLabel"};
+    ComboBox DeviceList{"DeviceList"};
+
+    // Looks again which devices there are.
+    void refresh();
+
+    // The user picked an entry of DeviceList.
+    void choose_device(int index);
+
+    Signal<> closed;
+
+  private:
+    void Command1_Click();
+    void show_devices();
+
+    SettingsStore& settings_;
+    ComPorts& ports_;
+    int transfer_port_ = 1;
+    std::string device_;                // the chosen path; "" to let the system's order decide
+    std::vector<SerialDevice> listed_;  // behind the entries of DeviceList from the second on
+    Connection click_;
+};
+
+class DialogViews {
+  public:
+    virtual ~DialogViews() = default;
+
+    // Return when the dialog is closed.
+    virtual void show_modal(Form2& form) = 0;
+    virtual void show_modal(Form5& form) = 0;
+};
+
+}  // namespace memwright

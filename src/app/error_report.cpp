@@ -1,0 +1,26 @@
+#include "app/error_report.h"
+
+#include <exception>
+
+#include "platform/error.h"
+
+namespace memwright {
+
+void ErrorReport::guard(const std::function<void()>& procedure) {
+    try {
+        procedure();
+    } catch (const Error& error) {
+        show(error.what());
+    } catch (const std::exception& error) {
+        show("An unexpected error stopped this command: " + std::string(error.what()) +
+             ".\nYour table is still here. Save it under a new name before you go on.");
+    }
+}
+
+void ErrorReport::show(const std::string& text) {
+    status_window_.add_line(text);
+    messages_.show(
+        {.text = text, .title = "Memwright", .buttons = Buttons::ok, .icon = Icon::critical});
+}
+
+}  // namespace memwright

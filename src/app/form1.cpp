@@ -1,0 +1,106 @@
+#include "app/form1.h"
+
+namespace memwright {
+namespace {
+
+// The design, in twips. The buttons stand in a column to the left of the grid; the status line and
+// what belongs to it run below.
+constexpr double kMargin = 120;
+constexpr double kGridLeft = 1600;
+constexpr double kButtonWidth = 1360;
+constexpr double kButtonHeight = 405;
+constexpr double kButtonStep = 480;
+constexpr double kButtonGroupGap = 180;
+constexpr double kStatusWindowHeight = 1650;
+constexpr double kStatusLineHeight = 300;
+constexpr double kReceivedLeft = 1600;
+constexpr double kReceivedWidth = 2700;
+constexpr double kProgressLeft = 4400;
+constexpr double kProgressWidth = 2500;
+constexpr double kProgressHeight = 300;
+constexpr double kTransferButtonLeft = 7020;
+constexpr double kTransferButtonHeight = 375;
+
+void place(PlacedControl& control, double left, double top, double width, double height) {
+    control.left = left;
+    control.top = top;
+    control.width = width;
+    control.height = height;
+}
+
+}  // namespace
+
+Form1::Form1() {
+    // As drawn on the form: one heading row, one label column, and the first cell beside them.
+    MSFlexGrid1.set_rows(2);
+    MSFlexGrid1.set_cols(2);
+    MSFlexGrid1.set_row(1);
+    MSFlexGrid1.set_col(1);
+    MSFlexGrid1.left = kGridLeft;
+    MSFlexGrid1.top = kMargin;
+    Text1.left = kGridLeft;
+    Text1.height = kStatusWindowHeight;
+    Label1.left = kMargin;
+    Label1.height = kStatusLineHeight;
+    Label1.caption = "Transferring....98%";
+
+    Command1.caption = "Move";
+    Command2.caption = "Move";
+    Command3.caption = "Delete";
+    Command4.caption = "Save";
+    Command5.caption = "Load";
+    double top = kMargin;
+    for (CommandButton* button : {&Command2, &Command1, &Command3, &Command4, &Command5}) {
+        if (button == &Command4) top += kButtonGroupGap;
+        place(*button, kMargin, top, kButtonWidth, kButtonHeight);
+        top += kButtonStep;
+    }
+
+    place(ReceivedLabel, kReceivedLeft, 0, kReceivedWidth, kStatusLineHeight);
+    place(TransferProgress, kProgressLeft, 0, kProgressWidth, kProgressHeight);
+    place(TransferButton, kTransferButtonLeft, 0, kButtonWidth, kTransferButtonHeight);
+    for (Control* control :
+         std::initializer_list<Control*>{&ReceivedLabel, &TransferProgress, &TransferButton}) {
+        control->visible = false;
+    }
+    mnuShwDbg.checked = true;
+}
+
+std::vector<Form1::Menu> Form1::menus() {
+    return {{mnuFile,
+             {&mnuOpen, &mnuSaveOnly, &mnuSave, &mnuSep1, &mnuImport, &mnuExport, &mnusepa,
+              &mnuPrint, &mnusepq, &mnuexit}},
+            {mnuEdit, {&mnuCut, &mnuCopy, &mnuPaste}},
+            {mnuOptions, {&mnuPort, &mnuShwDbg}},
+            {mnuVR120Settings, {&mnuMiscSettings, &mnuSearchBandMem}},
+            {mnuTransfer, {&mnuRead, &mnuWrite, &mnuforce}},
+            {mnuHelp, {&mnuabout}}};
+}
+
+std::vector<Control*> Form1::lockable() {
+    return {&MSFlexGrid1,      &mnuFile,     &mnuEdit, &mnuOptions,
+            &mnuVR120Settings, &mnuTransfer, &mnuHelp};
+}
+
+void Form1::DisableGui() {
+    locked_.clear();
+    for (Control* control : lockable()) {
+        if (control->enabled) locked_.push_back(control);
+        control->enabled = false;
+    }
+}
+
+void Form1::EnableGui() {
+    locked_.clear();
+    for (Control* control : lockable()) control->enabled = true;
+    for (MenuEntry* item : {&mnuSaveOnly, &mnuSave, &mnuImport, &mnuExport, &mnuPrint, &mnuWrite}) {
+        item->enabled = true;
+    }
+}
+
+void Form1::unlock_gui() {
+    for (Control* control : locked_) control->enabled = true;
+    locked_.clear();
+}
+
+}  // namespace memwright

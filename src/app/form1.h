@@ -1,0 +1,86 @@
+#pragma once
+
+// The controls of the main window, their places on the form as designed, and the lock around
+// transfers. Names are those under which the window shows them.
+
+#include <vector>
+
+#include "files/user_interface.h"
+#include "platform/controls.h"
+#include "table/ms_flex_grid.h"
+
+namespace memwright {
+
+// A menu entry with this caption is a separator line.
+inline constexpr const char* kSeparatorCaption = "-";
+
+class Form1 final : public UserInterface {
+  public:
+    // A top-level menu with its entries in order.
+    struct Menu {
+        MenuEntry& entry;
+        std::vector<MenuEntry*> items;
+    };
+
+    Form1();
+    Form1(const Form1&) = delete;
+    Form1& operator=(const Form1&) = delete;
+
+    MSFlexGrid MSFlexGrid1{"MSFlexGrid1"};
+    TextBox Text1{"Text1"};
+    Label Label1{"Label1"};
+    CommandButton Command1{"Command1"};  // moves rows down
+    CommandButton Command2{"Command2"};  // moves rows up
+    CommandButton Command3{"Command3"};
+    CommandButton Command4{"Command4"};
+    CommandButton Command5{"Command5"};
+
+    // Beside the status line during a transfer.
+    Label ReceivedLabel{"ReceivedLabel"};
+    ProgressBar TransferProgress{"TransferProgress"};
+    CommandButton TransferButton{"TransferButton"};
+
+    MenuEntry mnuFile{"mnuFile", "&File"};
+    MenuEntry mnuOpen{"mnuOpen", "&Open"};
+    MenuEntry mnuSaveOnly{"mnuSaveOnly", "&Save"};
+    MenuEntry mnuSave{"mnuSave", "Save &As..."};
+    MenuEntry mnuSep1{"mnuSep1", "-"};
+    MenuEntry mnuImport{"mnuImport", "&Import From .CSV..."};
+    MenuEntry mnuExport{"mnuExport", "&Export To .CSV..."};
+    MenuEntry mnusepa{"mnusepa", "-"};
+    MenuEntry mnuPrint{"mnuPrint", "&Print"};
+    MenuEntry mnusepq{"mnusepq", "-"};
+    MenuEntry mnuexit{"mnuexit", "E&xit"};
+    MenuEntry mnuEdit{"mnuEdit", "&Edit Channels"};
+    MenuEntry mnuCut{"mnuCut", "Cu&t"};
+    MenuEntry mnuCopy{"mnuCopy", "&Copy"};
+    MenuEntry mnuPaste{"mnuPaste", "&Paste"};
+    MenuEntry mnuOptions{"mnuOptions", "&Settings"};
+    MenuEntry mnuPort{"mnuPort", "&Port..."};
+    MenuEntry mnuShwDbg{"mnuShwDbg", "&Show Status Window"};
+    MenuEntry mnuVR120Settings{"mnuVR120Settings", "&VR120 Settings"};
+    MenuEntry mnuMiscSettings{"mnuMiscSettings", "&Set Mode Settings..."};
+    MenuEntry mnuSearchBandMem{"mnuSearchBandMem", "&Search Band Memories"};
+    MenuEntry mnuTransfer{"mnuTransfer", "&Transfer"};
+    MenuEntry mnuRead{"mnuRead", "&Read from VR-120"};
+    MenuEntry mnuWrite{"mnuWrite", "&Write To VR-120"};
+    MenuEntry mnuforce{"mnuforce", "&Force Timeout"};
+    MenuEntry mnuHelp{"mnuHelp", "&Help"};
+    MenuEntry mnuabout{"mnuabout", "&About..."};
+
+    FormCaption caption;
+
+    // The menu tree in the order shown.
+    std::vector<Menu> menus();
+
+    void DisableGui() override;
+    void EnableGui() override;
+    void unlock_gui() override;
+
+  private:
+    std::vector<Control*> lockable();
+
+    std::vector<Control*> locked_;  // what the last DisableGui found enabled
+};
+
+}  // namespace memwright

@@ -1,0 +1,90 @@
+#include "app/program.h"
+
+#include <utility>
+
+namespace memwright {
+
+Program::Program(Platform platform, ComPorts& ports)
+    : platform_(platform),
+      ports_(ports),
+      store_(platform.files),
+      table_(store_, form.MSFlexGrid1, form.mnuSaveOnly),
+      image_files_(store_, table_, form.MSFlexGrid1, form, form.caption,
+                   {platform.messages, platform.file_dialogs, platform.files}),
+      shell_(form, platform.window, platform.settings, platform.files, table_, image_files_),
+      status_window_(form.Text1, form.mnuShwDbg, platform.settings,
+                     [this] { shell_.Form_Resize(); }),
+      errors_(platform.messages, status_window_),
+      stall_watch_(form.Label1),
+      control_({form.TransferProgress, form.ReceivedLabel, form.TransferButton}, platform.port,
+               form, platform.messages),
+      link_(platform.port, platform.settings, platform.clock, platform.loop,
+            {form.Label1, form.Text1}, control_),
+      clone_read_(link_, store_, table_, image_files_, form, platform.messages),
+      clone_write_(link_, store_, table_, form, platform.messages) {
+    connect_menus();
+    connect_buttons();
+}
+
+void Program::start() {
+    errors_.guard([this] {
+        shell_.Form_Load();
+        shell_.Form_Resize();
+    });
+    connections_.push_back(
+        platform_.loop.every(StallWatch::kInterval, [this] { stall_watch_.Timer1_Timer(); }));
+}
+
+void Program::resized() { shell_.Form_Resize(); }
+
+bool Program::close_allowed() {
+    bool Cancel = true;
+    errors_.guard([&] {
+        bool stay = false;
+        shell_.Form_Unload(stay);
+        Cancel = stay;
+    });
+    if (!Cancel) control_.end_now();
+    return !Cancel;
+}
+
+void Program::escape_pressed() {
+    if (form.TransferButton.visible) form.TransferButton.clicked();
+}
+
+void Program::open_named(const std::string& path) {
+    if (!form.mnuFile.enabled) return;
+    errors_.guard([&] { image_files_.open_named(path); });
+}
+
+void Program::connect(Signal<>& signal, std::function<void()> procedure) {
+    connections_.push_back(
+        signal.connect([this, run = std::move(procedure)] { errors_.guard(run); }));
+}
+
+void Program::connect_menus() {
+    connect(form.mnuOpen.clicked, [this] { image_files_.mnuOpen_Click(); });
+    connect(form.mnuSaveOnly.clicked, [this] { image_files_.mnuSaveOnly_Click(); });
+    connect(form.mnuSave.clicked, [this] { image_files_.mnuSave_Click(); });
+    connect(form.mnuexit.clicked, [this] { platform_.window.close(); });
+    connect(form.mnuPort.clicked, [this] {
+        Form2 dialog(platform_.settings, ports_);
+        platform_.dialogs.show_modal(dialog);
+    });
+    connect(form.mnuShwDbg.clicked, [this] { status_window_.mnuShwDbg_Click(); });
+    connect(form.mnuRead.clicked, [this] { clone_read_.mnuRead_Click(); });
+    connect(form.mnuWrite.clicked, [this] { clone_write_.mnuWrite_Click(); });
+    connect(form.mnuforce.clicked, [this] { stall_watch_.mnuforce_Click(); });
+    connect(form.mnuabout.clicked, [this] {
+        Form5 dialog;
+        platform_.dialogs.show_modal(dialog);
+    });
+}
+
+void Program::connect_buttons() {
+    connect(form.Command4.clicked, [this] { table_.SaveVR120Data(); });
+    connect(form.Command5.clicked, [this] { table_.ParseVR120Data(); });
+    connect(form.TransferButton.clicked, [this] { control_.button_click(); });
+}
+
+}  // namespace memwright

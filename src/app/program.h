@@ -1,0 +1,74 @@
+#pragma once
+
+// The whole program, wired: every control of the main window to the procedure that it runs.
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/dialogs.h"
+#include "app/error_report.h"
+#include "app/form1.h"
+#include "app/shell.h"
+#include "files/image_files.h"
+#include "image/mod_vr120.h"
+#include "link/clone_read.h"
+#include "link/clone_write.h"
+#include "link/com_ports.h"
+#include "link/serial_link.h"
+#include "link/stall_watch.h"
+#include "link/status_window.h"
+#include "link/transfer_control.h"
+
+namespace memwright {
+
+// What a desktop offers.
+struct Platform {
+    MessageBox& messages;
+    FileDialogs& file_dialogs;
+    FileSystem& files;
+    SettingsStore& settings;
+    MSComm& port;
+    Clock& clock;
+    EventLoop& loop;
+    FormWindow& window;
+    DialogViews& dialogs;
+};
+
+class Program {
+  public:
+    Program(Platform platform, ComPorts& ports);
+
+    Form1 form;
+
+    // Opens the main window: to be called once the window shows the form's controls.
+    void start();
+
+    // The window's events that are no click on a control.
+    void resized();
+    bool close_allowed();
+    void escape_pressed();
+    void open_named(const std::string& path);
+
+  private:
+    void connect(Signal<>& signal, std::function<void()> procedure);
+    void connect_menus();
+    void connect_buttons();
+
+    Platform platform_;
+    ComPorts& ports_;
+    modVR120 store_;
+    ChannelTable table_;
+    ImageFiles image_files_;
+    Shell shell_;
+    StatusWindow status_window_;
+    ErrorReport errors_;
+    StallWatch stall_watch_;
+    TransferControl control_;
+    SerialLink link_;
+    CloneRead clone_read_;
+    CloneWrite clone_write_;
+    std::vector<Connection> connections_;
+};
+
+}  // namespace memwright
