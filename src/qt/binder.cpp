@@ -1,0 +1,130 @@
+#include "qt/binder.h"
+
+#include "qt/text.h"
+#include "qt/twips.h"
+
+namespace memwright::qt {
+
+template <class Widget>
+Widget* Binder::find(const Control& control) {
+    bound_.push_back(control.name);
+    auto* const widget = form_.findChild<Widget*>(from_utf8(control.name));
+    if (widget == nullptr) missing_.push_back(control.name);
+    return widget;
+}
+
+void Binder::bind_state(Control& control, QWidget& widget) {
+    follow(control.enabled, [&] { widget.setEnabled(control.enabled); });
+    follow(control.visible, [&] { widget.setVisible(control.visible); });
+}
+
+void Binder::bind_place(PlacedControl& control, QWidget& widget) {
+    const auto place = [&] {
+        widget.setGeometry(pixels(widget, control.left), pixels(widget, control.top),
+                           pixels(widget, control.width), pixels(widget, control.height));
+    };
+    follow(control.left, place);
+    follow(control.top, place);
+    follow(control.width, place);
+    follow(control.height, place);
+}
+
+void Binder::bind(MSFlexGrid& grid) {
+    auto* const view = find<GridView>(grid);
+    if (view == nullptr) return;
+    bind_state(grid, *view);
+    bind_place(grid, *view);
+    view->show_grid(grid);
+}
+
+void Binder::bind(TextBox& box) {
+    auto* const edit = find<QPlainTextEdit>(box);
+    if (edit == nullptr) return;
+    bind_state(box, *edit);
+    bind_place(box, *edit);
+    follow(box.read_only, [&box, edit] {
+        edit->setReadOnly(box.read_only);
+        // Still within reach of the keyboard, to scroll, select and copy.
+        edit->setTextInteractionFlags(edit->textInteractionFlags() | Qt::TextSelectableByKeyboard);
+    });
+    follow(box.text, [&box, edit] { edit->setPlainText(from_utf8(box.text)); });
+    follow(box.caret, [&box, edit] {
+        if (box.caret.get() >= box.text.get().size()) edit->moveCursor(QTextCursor::End);
+    });
+    connections_.push_back(box.focus_wanted.connect([edit] { edit->setFocus(); }));
+}
+
+void Binder::bind(Label& label) {
+    auto* const shown = find<QLabel>(label);
+    if (shown == nullptr) return;
+    bind_state(label, *shown);
+    follow(label.caption, [&label, shown] { shown->setText(from_utf8(label.caption)); });
+    if (label.height > 0) bind_place(label, *shown);
+}
+
+void Binder::bind(CommandButton& button) {
+    auto* const shown = find<QPushButton>(button);
+    if (shown == nullptr) return;
+    bind_state(button, *shown);
+    follow(button.caption, [&button, shown] { shown->setText(from_utf8(button.caption)); });
+    if (button.height > 0) bind_place(button, *shown);
+    QObject::connect(shown, &QPushButton::clicked, &form_, [&button] { button.clicked(); });
+}
+
+void Binder::bind(ComboBox& box) {
+    auto* const list = find<QComboBox>(box);
+    if (list == nullptr) return;
+    bind_state(box, *list);
+    const auto show = [&box, list] {
+        const QSignalBlocker quiet(list);
+        QStringList items;
+        for (const std::string& item : box.items.get()) items << from_utf8(item);
+        list->clear();
+        list->addItems(items);
+        // A text that is no item is shown all the same.
+        list->setPlaceholderText(from_utf8(box.text));
+        list->setCurrentIndex(static_cast<int>(items.indexOf(from_utf8(box.text))));
+    };
+    follow(box.items, show);
+    follow(box.text, show);
+    QObject::connect(list, &QComboBox::activated, &form_,
+                     [&box, list] { box.text = to_utf8(list->currentText()); });
+}
+
+void Binder::bind(ProgressBar& bar) {
+    auto* const shown = find<QProgressBar>(bar);
+    if (shown == nullptr) return;
+    bind_state(bar, *shown);
+    bind_place(bar, *shown);
+    const auto show = [&bar, shown] {
+        shown->setRange(0, bar.busy ? 0 : 100);
+        shown->setValue(bar.percent);
+    };
+    follow(bar.busy, show);
+    follow(bar.percent, show);
+}
+
+void Binder::bind(MenuEntry& menu, QMenu& shown) {
+    bound_.push_back(menu.name);
+    shown.setObjectName(from_utf8(menu.name));
+    follow(menu.caption, [&] { shown.setTitle(from_utf8(menu.caption)); });
+    follow(menu.enabled, [&] { shown.menuAction()->setEnabled(menu.enabled); });
+    follow(menu.visible, [&] { shown.menuAction()->setVisible(menu.visible); });
+    QObject::connect(&shown, &QMenu::aboutToShow, &form_, [&menu] { menu.clicked(); });
+}
+
+void Binder::bind(MenuEntry& entry, QAction& shown) {
+    bound_.push_back(entry.name);
+    shown.setObjectName(from_utf8(entry.name));
+    follow(entry.caption, [&] { shown.setText(from_utf8(entry.caption)); });
+    follow(entry.enabled, [&] { shown.setEnabled(entry.enabled); });
+    follow(entry.visible, [&] { shown.setVisible(entry.visible); });
+    follow(entry.checked, [&] { shown.setChecked(entry.checked); });
+    QObject::connect(&shown, &QAction::triggered, &form_, [&entry, &shown] {
+        // Whether the entry is checked is the procedure's business, not the click's.
+        shown.setChecked(entry.checked);
+        entry.clicked();
+    });
+}
+
+}  // namespace memwright::qt

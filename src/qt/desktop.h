@@ -1,0 +1,50 @@
+#pragma once
+
+// The program on a Qt desktop: the window, what stands behind the platform's interfaces, and the
+// core, put together.
+
+#include <map>
+#include <string>
+
+#include "app/program.h"
+#include "link/com_ports.h"
+#include "platform/native_file_system.h"
+#include "qt/dialogs.h"
+#include "qt/main_window.h"
+#include "qt/message_boxes.h"
+#include "qt/qt_platform.h"
+#include "qt/serial/qt_serial_devices.h"
+#include "qt/serial/qt_serial_port.h"
+
+namespace memwright::qt {
+
+class Desktop {
+  public:
+    // `ports`: devices named on the command line, by COM number.
+    explicit Desktop(std::map<int, std::string> ports)
+        : com_ports_(devices_, settings_, std::move(ports)) {}
+
+    // Shows the window; opens `file` unless it is empty.
+    void start(const std::string& file);
+
+    MainWindow window;
+
+  private:
+    QtMessageBox messages_{window};
+    QtFileDialogs file_dialogs_{window};
+    QtDialogViews dialogs_{window};
+    NativeFileSystem files_;
+    QtSettingsStore settings_;
+    QtClock clock_;
+    QtEventLoop loop_;
+    QtSerialDevices devices_;
+    ComPorts com_ports_;
+    QtSerialPort port_{[this](int number) { return com_ports_.device_of(number); }};
+
+  public:
+    Program program{
+        {messages_, file_dialogs_, files_, settings_, port_, clock_, loop_, window, dialogs_},
+        com_ports_};
+};
+
+}  // namespace memwright::qt

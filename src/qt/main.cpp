@@ -1,0 +1,21 @@
+#include <QApplication>
+#include <cstdio>
+
+#include "qt/command_line.h"
+#include "qt/desktop.h"
+
+int main(int argc, char* argv[]) {
+    using namespace memwright;
+    const auto arguments = qt::parse_arguments({argv + 1, argv + argc});
+    if (arguments.message) {
+        std::fputs(arguments.message->c_str(), arguments.exit_status == 0 ? stdout : stderr);
+        return arguments.exit_status;
+    }
+    // The arguments are the program's own; Qt takes none of them.
+    int one = 1;
+    QApplication application(one, argv);
+    QApplication::setApplicationName("memwright");
+    qt::Desktop desktop(arguments.ports);
+    desktop.start(arguments.file);
+    return QApplication::exec();
+}

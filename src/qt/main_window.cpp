@@ -1,0 +1,238 @@
+#include "qt/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScreen>
+#include <QShortcut>
+#include <QWindow>
+
+#include "platform/error.h"
+#include "qt/arrow_icon.h"
+#include "qt/text.h"
+#include "qt/twips.h"
+
+namespace memwright::qt {
+namespace {
+
+// The least that shows a few rows, every button and the whole status line; in twips.
+constexpr double kMinimumWidth = 8700;
+constexpr double kMinimumHeight = 5100;
+constexpr double kDesignWidth = 9990;
+constexpr double kDesignHeight = 7050;
+
+// A window cannot be wider or higher than X and Windows can count.
+constexpr double kLargestLength = 400000;
+
+void check_length(double twips) {
+    if (twips < 0 || twips > kLargestLength) throw Error("No window is of this size.");
+}
+
+void check_position(double twips) {
+    if (twips < -kLargestLength || twips > kLargestLength)
+        throw Error("No window is that far off.");
+}
+
+// What is dropped, if it is one file.
+QString dropped_file(const QMimeData& data) {
+    const auto urls = data.urls();
+    return urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
+}
+
+}  // namespace
+
+MainWindow::MainWindow() : canvas_(new QWidget(this)) {
+    setObjectName("Form1");
+    setAcceptDrops(true);
+    setCentralWidget(canvas_);
+    canvas_->setObjectName("Canvas");
+    canvas_->installEventFilter(this);
+    setMinimumSize(pixels(*this, kMinimumWidth), pixels(*this, kMinimumHeight));
+    resize(pixels(*this, kDesignWidth), pixels(*this, kDesignHeight));
+    create_widgets();
+    create_buttons();
+}
+
+// In the order in which Tab visits them.
+void MainWindow::create_widgets() {
+    const auto name = [](QWidget* widget, const char* object_name, const QString& accessible) {
+        widget->setObjectName(object_name);
+        widget->setAccessibleName(accessible);
+    };
+    name(new GridView(canvas_), "MSFlexGrid1", tr("Channel memories"));
+    auto* const log = new QPlainTextEdit(canvas_);
+    name(log, "Text1", tr("Status window"));
+    log->setTabChangesFocus(true);
+    log->setPlaceholderText(tr("What happens in transfers is noted here."));
+    auto* const status = new QLabel(canvas_);
+    name(status, "Label1", tr("Status line"));
+    status->setTextFormat(Qt::PlainText);
+    name(new QLabel(canvas_), "ReceivedLabel", QString());
+    name(new QProgressBar(canvas_), "TransferProgress", tr("Progress of the transfer"));
+}
+
+void MainWindow::create_buttons() {
+    struct Description {
+        const char* name;
+        QString accessible;
+        QString tip;
+        QIcon icon;
+    };
+    const Description descriptions[] = {
+        {"Command2", tr("Move up"), tr("Move the selected rows up"), arrow_icon(Qt::UpArrow)},
+        {"Command1", tr("Move down"), tr("Move the selected rows down"), arrow_icon(Qt::DownArrow)},
+        {"Command3", tr("Delete"), tr("Empty the selected rows"), {}},
+        {"Command4", tr("Save"), tr("Take the table over into the memory image"), {}},
+        {"Command5", tr("Load"), tr("Go back to what the memory image holds"), {}},
+        {"TransferButton", QString(), QString(), {}},
+    };
+    for (const Description& description : descriptions) {
+        auto* const button = new QPushButton(canvas_);
+        button->setObjectName(description.name);
+        button->setAccessibleName(description.accessible);
+        button->setToolTip(description.tip);
+        button->setIcon(description.icon);
+        button->setAutoDefault(false);
+    }
+}
+
+void MainWindow::show_program(Program& program) {
+    program_ = &program;
+    bind_controls(program.form);
+    create_menus(program.form);
+    Property<std::string>& caption = program.form.caption.caption;
+    caption_shown_ =
+        caption.changed.connect([this, &caption] { setWindowTitle(from_utf8(caption)); });
+    auto* const escape = new QShortcut(Qt::Key_Escape, this);
+    connect(escape, &QShortcut::activated, this, [this] { program_->escape_pressed(); });
+}
+
+void MainWindow::bind_controls(Form1& form) {
+    binder_.bind(form.MSFlexGrid1);
+    binder_.bind(form.Text1);
+    binder_.bind(form.Label1);
+    binder_.bind(form.ReceivedLabel);
+    binder_.bind(form.TransferProgress);
+    for (CommandButton* button : {&form.Command1, &form.Command2, &form.Command3, &form.Command4,
+                                  &form.Command5, &form.TransferButton}) {
+        binder_.bind(*button);
+    }
+}
+
+void MainWindow::create_menus(Form1& form) {
+    for (const Form1::Menu& menu : form.menus()) {
+        QMenu* const shown = menuBar()->addMenu(QString());
+        binder_.bind(menu.entry, *shown);
+        for (MenuEntry* item : menu.items) {
+            if (item->caption.get() == kSeparatorCaption) {
+                shown->addSeparator()->setObjectName(from_utf8(item->name));
+                continue;
+            }
+            QAction* const action = shown->addAction(QString());
+            action->setCheckable(item == &form.mnuShwDbg);
+            binder_.bind(*item, *action);
+        }
+    }
+}
+
+double MainWindow::twips(int pixels) const { return qt::twips(*this, pixels); }
+
+WindowState MainWindow::state() const {
+    if (isMinimized()) return WindowState::minimised;
+    return isMaximized() ? WindowState::maximised : WindowState::normal;
+}
+
+void MainWindow::set_state(WindowState state) {
+    setWindowState(state == WindowState::minimised   ? Qt::WindowMinimized
+                   : state == WindowState::maximised ? Qt::WindowMaximized
+                                                     : Qt::WindowNoState);
+}
+
+void MainWindow::set_left(double twips) {
+    check_position(twips);
+    move(pixels(*this, twips), pos().y());
+}
+
+void MainWindow::set_top(double twips) {
+    check_position(twips);
+    move(pos().x(), pixels(*this, twips));
+}
+
+void MainWindow::set_width(double twips) {
+    check_length(twips);
+    const int frame = frameGeometry().width() - geometry().width();
+    resize(pixels(*this, twips) - frame, geometry().height());
+    asked_size_.setWidth(pixels(*this, twips));
+}
+
+void MainWindow::set_height(double twips) {
+    check_length(twips);
+    const int frame = frameGeometry().height() - geometry().height();
+    resize(geometry().width(), pixels(*this, twips) - frame);
+    asked_size_.setHeight(pixels(*this, twips));
+}
+
+double MainWindow::frame_height() const {
+    return twips(frameGeometry().height() - canvas_->height());
+}
+
+double MainWindow::screen_width() const { return twips(screen()->geometry().width()); }
+
+double MainWindow::screen_height() const { return twips(screen()->geometry().height()); }
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->setAccepted(program_ == nullptr || program_->close_allowed());
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    const bool open = program_ != nullptr && program_->form.mnuFile.enabled;
+    if (open && !dropped_file(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QString file = dropped_file(*event->mimeData());
+    if (file.isEmpty()) return;
+    event->acceptProposedAction();
+    // Once the drop has ended: questions may follow, and the other program waits for its end.
+    QMetaObject::invokeMethod(
+        this, [this, file] { program_->open_named(to_file_name(file)); }, Qt::QueuedConnection);
+}
+
+bool MainWindow::event(QEvent* event) {
+    const bool handled = QMainWindow::event(event);
+    switch (event->type()) {
+        case QEvent::Move:
+        case QEvent::Resize:
+        case QEvent::WindowActivate:
+            allow_for_frame();
+            break;
+        default:
+            break;
+    }
+    return handled;
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == canvas_ && event->type() == QEvent::Resize && program_ != nullptr) {
+        program_->resized();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+// The window manager adds the frame only when the window is on the screen: the window shrinks by
+// as much, once, to be as large as it was asked to be.
+void MainWindow::allow_for_frame() {
+    if (!asked_size_.isValid() || windowHandle() == nullptr || !windowHandle()->isExposed()) return;
+    if (state() != WindowState::normal || geometry().size() != asked_size_) {
+        asked_size_ = QSize();
+        return;
+    }
+    const QMargins frame = windowHandle()->frameMargins();
+    if (frame.isNull()) return;
+    resize(asked_size_.shrunkBy(frame));
+    asked_size_ = QSize();
+}
+
+}  // namespace memwright::qt

@@ -1,0 +1,99 @@
+#include "qt/message_boxes.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+
+#include "qt/text.h"
+
+namespace memwright::qt {
+namespace {
+
+QMessageBox::StandardButtons qt_buttons(Buttons buttons) {
+    switch (buttons) {
+        case Buttons::ok:
+            return QMessageBox::Ok;
+        case Buttons::ok_cancel:
+            return QMessageBox::Ok | QMessageBox::Cancel;
+        case Buttons::yes_no:
+            return QMessageBox::Yes | QMessageBox::No;
+        case Buttons::yes_no_cancel:
+            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::Icon qt_icon(Icon icon) {
+    switch (icon) {
+        case Icon::none:
+            return QMessageBox::NoIcon;
+        case Icon::information:
+            return QMessageBox::Information;
+        case Icon::question:
+            return QMessageBox::Question;
+        case Icon::exclamation:
+            return QMessageBox::Warning;
+        case Icon::critical:
+            return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+Answer answer_of(int button, Buttons buttons) {
+    switch (button) {
+        case QMessageBox::Yes:
+            return Answer::yes;
+        case QMessageBox::No:
+            return Answer::no;
+        case QMessageBox::Ok:
+            return Answer::ok;
+        case QMessageBox::Cancel:
+            return Answer::cancel;
+        default:
+            break;
+    }
+    // Closed by the window manager.
+    if (buttons == Buttons::ok) return Answer::ok;
+    return buttons == Buttons::yes_no ? Answer::no : Answer::cancel;
+}
+
+}  // namespace
+
+Answer QtMessageBox::show(const Message& message) {
+    QMessageBox box(qt_icon(message.icon), from_utf8(message.title), QString(),
+                    qt_buttons(message.buttons), &owner_);
+    box.setObjectName("MessageBox");
+    box.setTextFormat(Qt::PlainText);
+    box.setText(from_utf8(message.text).replace("\r\n", "\n"));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (message.buttons == Buttons::yes_no) box.setEscapeButton(QMessageBox::No);
+    return answer_of(box.exec(), message.buttons);
+}
+
+std::optional<std::string> QtFileDialogs::open(const FileRequest& request) {
+    return ask(request, false);
+}
+
+std::optional<std::string> QtFileDialogs::save(const FileRequest& request) {
+    return ask(request, true);
+}
+
+std::optional<std::string> QtFileDialogs::ask(const FileRequest& request, bool saving) {
+    QFileDialog dialog(&owner_, from_utf8(request.title));
+    dialog.setObjectName("FileDialog");
+    dialog.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    // A file that is opened need not exist, and whether to replace one is asked by the caller.
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOptions(QFileDialog::DontConfirmOverwrite | QFileDialog::HideNameFilterDetails);
+    QStringList filters;
+    for (const FileFilter& filter : request.filters) {
+        QString patterns = from_utf8(filter.patterns).replace(';', ' ');
+        if (patterns == "*.*") patterns = "*";  // files without an extension, too
+        filters << from_utf8(filter.caption) + " (" + patterns + ")";
+    }
+    dialog.setNameFilters(filters);
+    if (!request.folder.empty()) dialog.setDirectory(from_file_name(request.folder));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return to_file_name(dialog.selectedFiles().constFirst());
+}
+
+}  // namespace memwright::qt

@@ -1,0 +1,64 @@
+#include "qt/qt_platform.h"
+
+#include <QEventLoop>
+#include <QSettings>
+#include <QTime>
+#include <QTimer>
+#include <memory>
+
+#include "qt/text.h"
+
+namespace memwright::qt {
+namespace {
+
+QSettings store_of(const std::string& application) {
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, "Memwright",
+                     from_utf8(application));
+}
+
+QString path_of(const std::string& section, const std::string& key) {
+    return from_utf8(section + "/" + key);
+}
+
+}  // namespace
+
+std::optional<std::string> QtSettingsStore::find(const std::string& application,
+                                                 const std::string& section,
+                                                 const std::string& key) {
+    const QVariant value = store_of(application).value(path_of(section, key));
+    if (!value.isValid()) return std::nullopt;
+    // A text with commas that was written by hand reads as a list.
+    if (value.typeId() == QMetaType::QStringList) return to_utf8(value.toStringList().join(", "));
+    return to_utf8(value.toString());
+}
+
+void QtSettingsStore::save(const std::string& application, const std::string& section,
+                           const std::string& key, const std::string& value) {
+    store_of(application).setValue(path_of(section, key), from_utf8(value));
+}
+
+void QtSettingsStore::remove(const std::string& application, const std::string& section,
+                             const std::string& key) {
+    store_of(application).remove(path_of(section, key));
+}
+
+double QtClock::seconds_since_midnight() {
+    return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
+
+void QtEventLoop::wait(std::chrono::milliseconds at_most) {
+    QTimer alarm;
+    alarm.setTimerType(Qt::PreciseTimer);
+    alarm.start(at_most);
+    QEventLoop().processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+Connection QtEventLoop::every(std::chrono::milliseconds interval, std::function<void()> tick) {
+    auto timer = std::make_shared<QTimer>();
+    timer->setTimerType(Qt::CoarseTimer);
+    QObject::connect(timer.get(), &QTimer::timeout, std::move(tick));
+    timer->start(interval);
+    return timer;
+}
+
+}  // namespace memwright::qt
