@@ -58,7 +58,7 @@ void GridModel::show(const GridChange& change) {
         return;
     }
     if (change.first_row == 0) {
-        headerDataChanged(Qt::Horizontal, change.first_col, change.last_col);
+        Q_EMIT headerDataChanged(Qt::Horizontal, change.first_col, change.last_col);
     }
     if (change.last_row < kHeadings) return;
     const int first = std::max(change.first_row - kHeadings, 0);
