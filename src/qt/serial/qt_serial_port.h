@@ -1,0 +1,73 @@
+#pragma once
+
+// The serial port on QSerialPort. Bytes arrive with the event loop or without it; those sent leave
+// at once. The properties count from the next opening on, RThreshold as the number of bytes that
+// wake the event loop.
+// Errors: PortError, and the port is closed. A hang-up is told by the next InBufferCount, Input or
+// Output, and again by those after it, until the port is opened or closed; bytes that were still
+// waiting are dropped with it.
+
+#include <QSerialPort>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/ms_comm.h"
+#include "qt/serial/port_properties.h"
+
+namespace memwright {
+
+class QtSerialPort : public MSComm {
+  public:
+    // The device that a COM number stands for; a PortError if it stands for none.
+    using DeviceOf = std::function<std::string(int)>;
+
+    explicit QtSerialPort(DeviceOf device_of);
+    ~QtSerialPort() override;
+    QtSerialPort(const QtSerialPort&) = delete;
+    QtSerialPort& operator=(const QtSerialPort&) = delete;
+
+    void CommPort(int number) override { properties_.port = number; }
+    void Settings(const std::string& text) override { properties_.settings = text; }
+    void DTREnable(bool on) override { properties_.dtr_enable = on; }
+    void EOFEnable(bool on) override { properties_.eof_enable = on; }
+    void Handshaking(int kind) override { properties_.handshaking = kind; }
+    void InBufferSize(int bytes) override { properties_.in_buffer_size = bytes; }
+    void InputLen(int bytes) override { properties_.input_len = bytes; }
+    void InputMode(int mode) override { properties_.input_mode = mode; }
+    void NullDiscard(bool on) override { properties_.null_discard = on; }
+    void OutBufferSize(int bytes) override { properties_.out_buffer_size = bytes; }
+    void ParityReplace(const std::string& text) override { properties_.parity_replace = text; }
+    void RThreshold(int bytes) override { properties_.r_threshold = bytes; }
+    void RTSEnable(bool on) override { properties_.rts_enable = on; }
+    void SThreshold(int bytes) override { properties_.s_threshold = bytes; }
+
+    void PortOpen(bool open) override;
+    bool PortOpen() const override { return port_.isOpen(); }
+
+    void Output(std::span<const std::uint8_t> bytes) override;
+    int InBufferCount() override;
+    std::vector<std::uint8_t> Input() override;
+
+  private:
+    std::string name() const;
+    void open();
+    void set_up();
+    void close();
+    void finish_output();
+    void on_error(QSerialPort::SerialPortError error);
+    void give_up(const std::string& why);
+    void require_open();
+
+    DeviceOf device_of_;
+    PortProperties properties_;
+    PortProperties opened_;  // as they were at the opening
+    std::string path_;
+    QSerialPort port_;
+    bool in_use_ = false;  // open and set up: from here on errors end it
+    std::string lost_;     // why the port was closed under its user
+};
+
+}  // namespace memwright
