@@ -42,11 +42,7 @@ void Binder::bind(TextBox& box) {
     if (edit == nullptr) return;
     bind_state(box, *edit);
     bind_place(box, *edit);
-    follow(box.read_only, [&box, edit] {
-        edit->setReadOnly(box.read_only);
-        // Still within reach of the keyboard, to scroll, select and copy.
-        edit->setTextInteractionFlags(edit->textInteractionFlags() | Qt::TextSelectableByKeyboard);
-    });
+    follow(box.read_only, [&box, edit] { edit->setReadOnly(box.read_only); });
     follow(box.text, [&box, edit] { edit->setPlainText(from_utf8(box.text)); });
     follow(box.caret, [&box, edit] {
         if (box.caret.get() >= box.text.get().size()) edit->moveCursor(QTextCursor::End);

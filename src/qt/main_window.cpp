@@ -65,7 +65,9 @@ void MainWindow::create_widgets() {
     auto* const log = new QPlainTextEdit(canvas_);
     name(log, "Text1", tr("Status window"));
     log->setTabChangesFocus(true);
-    log->setPlaceholderText(tr("What happens in transfers is noted here."));
+    log->setPlaceholderText(
+        tr("To begin, read the memories from the radio (Transfer menu) or open an image file (File "
+           "menu).\nErrors are noted here."));
     auto* const status = new QLabel(canvas_);
     name(status, "Label1", tr("Status line"));
     status->setTextFormat(Qt::PlainText);
@@ -103,10 +105,26 @@ void MainWindow::show_program(Program& program) {
     bind_controls(program.form);
     create_menus(program.form);
     Property<std::string>& caption = program.form.caption.caption;
-    caption_shown_ =
-        caption.changed.connect([this, &caption] { setWindowTitle(from_utf8(caption)); });
+    connections_.push_back(
+        caption.changed.connect([this, &caption] { setWindowTitle(from_utf8(caption)); }));
+    show_accessibly(program.form);
     auto* const escape = new QShortcut(Qt::Key_Escape, this);
     connect(escape, &QShortcut::activated, this, [this] { program_->escape_pressed(); });
+}
+
+// A screen reader says the name of a label, so the name of the status line carries its text. When
+// the table can be used again, it is what the keys go to.
+void MainWindow::show_accessibly(Form1& form) {
+    const auto name_status = [this, &form] {
+        const QString text = from_utf8(form.Label1.caption);
+        findChild<QLabel*>("Label1")->setAccessibleName(
+            text.isEmpty() ? tr("Status line") : tr("Status line: %1").arg(text));
+    };
+    name_status();
+    connections_.push_back(form.Label1.caption.changed.connect(name_status));
+    connections_.push_back(form.MSFlexGrid1.enabled.changed.connect([this, &form] {
+        if (form.MSFlexGrid1.enabled) findChild<GridView*>()->setFocus();
+    }));
 }
 
 void MainWindow::bind_controls(Form1& form) {

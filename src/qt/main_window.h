@@ -4,7 +4,7 @@
 // window itself. It decides nothing.
 
 #include <QMainWindow>
-#include <memory>
+#include <vector>
 
 #include "app/program.h"
 #include "platform/form_window.h"
@@ -49,12 +49,13 @@ class MainWindow final : public QMainWindow, public FormWindow {
     void create_buttons();
     void bind_controls(Form1& form);
     void create_menus(Form1& form);
+    void show_accessibly(Form1& form);
     void allow_for_frame();
 
     QWidget* canvas_;
     Program* program_ = nullptr;
     Binder binder_{*this};
-    Connection caption_shown_;
+    std::vector<Connection> connections_;
     QSize asked_size_;  // of the whole window, until its frame is known
 };
 
