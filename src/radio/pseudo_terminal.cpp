@@ -1,0 +1,272 @@
+// The one file of the radio that needs POSIX, and on Linux inotify.
+
+#include "radio/pseudo_terminal.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+#ifdef __linux__
+#include <sys/inotify.h>
+#endif
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <system_error>
+#include <utility>
+
+#include "platform/error.h"
+
+namespace memwright::radio {
+namespace {
+
+using std::chrono::milliseconds;
+
+// How often to look whether the other end was opened where the system does not tell.
+constexpr milliseconds kLookForOpening{50};
+constexpr milliseconds kTimeToTakeLastBytes{200};
+constexpr milliseconds kLookForLastBytes{5};
+
+// A signal's handler writes to the second, a wait polls the first.
+std::array<int, 2> stop_pipe = {-1, -1};
+volatile std::sig_atomic_t stop_flag = 0;
+
+extern "C" void ask_to_stop(int /*signal*/) {
+    const int cause = errno;
+    stop_flag = 1;
+    const char byte = 0;
+    [[maybe_unused]] const auto ignored = write(stop_pipe[1], &byte, 1);
+    errno = cause;
+}
+
+[[noreturn]] void fail(const std::string& task) {
+    throw PortError("Cannot " + task + ": " + std::generic_category().message(errno) + ".");
+}
+
+void make_private_and_nonblocking(int descriptor) {
+    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+    fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+}
+
+void close_if_open(int& descriptor) {
+    if (descriptor >= 0) close(descriptor);
+    descriptor = -1;
+}
+
+// The other end, opened by ourselves without becoming its terminal.
+class OtherEnd {
+  public:
+    explicit OtherEnd(const std::string& path)
+        : descriptor_(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {}
+    OtherEnd(const OtherEnd&) = delete;
+    OtherEnd& operator=(const OtherEnd&) = delete;
+    ~OtherEnd() { close_if_open(descriptor_); }
+
+    int get() const { return descriptor_; }
+
+  private:
+    int descriptor_;
+};
+
+// Rounded up: not to wake before the time has come.
+int milliseconds_until(PseudoTerminal::Time until) {
+    const auto left = std::chrono::ceil<milliseconds>(until - PseudoTerminal::now());
+    return static_cast<int>(std::clamp<milliseconds::rep>(left.count(), 0, 60'000));
+}
+
+}  // namespace
+
+void stop_on_signals() {
+    if (pipe(stop_pipe.data()) != 0) fail("make a pipe");
+    for (const int descriptor : stop_pipe) make_private_and_nonblocking(descriptor);
+    struct sigaction action {};
+    action.sa_handler = ask_to_stop;
+    sigaction(SIGTERM, &action, nullptr);
+    sigaction(SIGINT, &action, nullptr);
+    action.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &action, nullptr);
+}
+
+bool stop_requested() { return stop_flag != 0; }
+
+PseudoTerminal::Time PseudoTerminal::now() {
+    return std::chrono::duration_cast<Time>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+PseudoTerminal::PseudoTerminal() {
+    master_ = posix_openpt(O_RDWR | O_NOCTTY);
+    if (master_ < 0) fail("open a pseudo-terminal");
+    make_private_and_nonblocking(master_);
+    const bool usable = grantpt(master_) == 0 && unlockpt(master_) == 0;
+    const char* const name = usable ? ptsname(master_) : nullptr;
+    if (name == nullptr) {
+        const int cause = errno;
+        close_if_open(master_);
+        errno = cause;
+        fail("set up a pseudo-terminal");
+    }
+    path_ = name;
+    start_watch();
+    // Also makes the system report that nobody has the other end open: before it was opened once,
+    // it does not.
+    discard_unread();
+    make_raw();
+#ifdef __linux__
+    // A watch that does not see this opening sees none.
+    std::array<char, sizeof(inotify_event)> event{};
+    if (watch_ >= 0 && read(watch_, event.data(), event.size()) <= 0) close_if_open(watch_);
+    ask_watch();
+#endif
+}
+
+PseudoTerminal::~PseudoTerminal() {
+    close_if_open(watch_);
+    close_if_open(master_);
+}
+
+PseudoTerminal::Activity PseudoTerminal::wait(std::optional<Time> until) {
+    // A terminal that nobody has open would end every wait at once.
+    std::array<pollfd, 3> watched = {
+        {{stop_pipe[0], POLLIN, 0}, {watch_, POLLIN, 0}, {open_ ? master_ : -1, POLLIN, 0}}};
+    int timeout = until ? milliseconds_until(*until) : -1;
+    if (!open_ && watch_ < 0) {
+        const int look = static_cast<int>(kLookForOpening.count());
+        timeout = timeout < 0 ? look : std::min(timeout, look);
+    }
+    if (poll(watched.data(), watched.size(), timeout) < 0 && errno != EINTR) fail("wait");
+    return look();
+}
+
+PseudoTerminal::Activity PseudoTerminal::look() {
+    const Seen seen = ask_watch();
+    const bool was_open = std::exchange(open_, is_open());
+    Activity activity;
+    auto bytes = read_all();
+    if (was_open) {
+        activity.closed = !open_ || seen.reopened;
+        activity.opened = open_ && seen.reopened;
+        const bool to_new_opening = activity.opened && seen.written_last;
+        (to_new_opening ? activity.bytes_after : activity.bytes_before) = std::move(bytes);
+    } else {
+        // Bytes at a closed end: it was opened and closed since; the next look finds it closed.
+        open_ = open_ || !bytes.empty();
+        activity.opened = open_;
+        activity.bytes_after = std::move(bytes);
+    }
+    if (activity.closed) {
+        discard_unread();
+        make_raw();
+    }
+    return activity;
+}
+
+std::size_t PseudoTerminal::send(std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+        const auto written = write(master_, bytes.data(), bytes.size());
+        if (written > 0) {
+            bytes = bytes.subspan(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            break;
+        }
+    }
+    return bytes.size();
+}
+
+void PseudoTerminal::hang_up() {
+    {
+        const OtherEnd other(path_);
+        const Time until = now() + kTimeToTakeLastBytes;
+        int unread = 0;
+        while (ioctl(other.get(), FIONREAD, &unread) == 0 && unread > 0 && now() < until) {
+            poll(nullptr, 0, static_cast<int>(kLookForLastBytes.count()));
+        }
+    }
+    close_if_open(watch_);
+    close_if_open(master_);
+    open_ = false;
+}
+
+// Through our own end, so that nobody sees an opening. The last closing of the other end may leave
+// settings behind that its next user does not expect of a serial line.
+void PseudoTerminal::make_raw() {
+    termios settings{};
+    if (tcgetattr(master_, &settings) != 0) return;
+    settings.c_iflag &= ~static_cast<tcflag_t>(IGNBRK | BRKINT | PARMRK | ISTRIP | INLCR | IGNCR |
+                                               ICRNL | IXON | IXOFF);
+    settings.c_oflag &= ~static_cast<tcflag_t>(OPOST);
+    settings.c_lflag &= ~static_cast<tcflag_t>(ECHO | ECHONL | ICANON | ISIG | IEXTEN);
+    settings.c_cflag &= ~static_cast<tcflag_t>(CSIZE | PARENB);
+    settings.c_cflag |= static_cast<tcflag_t>(CS8 | CREAD | CLOCAL);
+    settings.c_cc[VMIN] = 1;
+    settings.c_cc[VTIME] = 0;
+    tcsetattr(master_, TCSANOW, &settings);
+}
+
+// A serial port does not keep for its next user what the last one left unread.
+void PseudoTerminal::discard_unread() {
+    const OtherEnd other(path_);
+    if (other.get() >= 0) tcflush(other.get(), TCIFLUSH);
+}
+
+bool PseudoTerminal::is_open() const {
+    pollfd end = {master_, POLLIN, 0};
+    return poll(&end, 1, 0) >= 0 && (end.revents & POLLHUP) == 0;
+}
+
+std::vector<std::uint8_t> PseudoTerminal::read_all() {
+    std::vector<std::uint8_t> bytes;
+    std::array<std::uint8_t, 4096> part{};
+    for (;;) {
+        const auto length = read(master_, part.data(), part.size());
+        if (length > 0) {
+            bytes.insert(bytes.end(), part.begin(), part.begin() + length);
+        } else if (length == 0 || errno != EINTR) {
+            return bytes;
+        }
+    }
+}
+
+// The watch tells what a look at the moment's state misses: that the other end was closed and at
+// once opened again.
+#ifdef __linux__
+
+void PseudoTerminal::start_watch() {
+    watch_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    if (watch_ < 0) return;
+    constexpr auto kEvents = IN_OPEN | IN_CLOSE | IN_MODIFY;
+    if (inotify_add_watch(watch_, path_.c_str(), kEvents) < 0) close_if_open(watch_);
+}
+
+PseudoTerminal::Seen PseudoTerminal::ask_watch() {
+    Seen seen;
+    bool closed = false;
+    std::array<char, 64 * sizeof(inotify_event)> events{};
+    ssize_t length = 0;
+    while (watch_ >= 0 && (length = read(watch_, events.data(), events.size())) > 0) {
+        inotify_event event{};
+        for (ssize_t at = 0; at < length; at += static_cast<ssize_t>(sizeof event + event.len)) {
+            std::memcpy(&event, events.data() + at, sizeof event);
+            if ((event.mask & IN_CLOSE) != 0) closed = true;
+            if ((event.mask & IN_OPEN) != 0 && closed) {
+                seen = {.reopened = true, .written_last = false};
+            }
+            if ((event.mask & IN_MODIFY) != 0) seen.written_last = seen.reopened;
+        }
+    }
+    return seen;
+}
+
+#else
+
+void PseudoTerminal::start_watch() {}
+
+PseudoTerminal::Seen PseudoTerminal::ask_watch() { return {}; }
+
+#endif
+
+}  // namespace memwright::radio

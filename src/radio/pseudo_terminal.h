@@ -1,0 +1,70 @@
+#pragma once
+
+// A pseudo-terminal as the radio's end of a serial line: raw, with the comings and goings of
+// whoever has the other end open. Waiting costs no processor time. Failures are PortErrors.
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace memwright::radio {
+
+// From now on SIGTERM and SIGINT end a wait() and are told by stop_requested().
+void stop_on_signals();
+bool stop_requested();
+
+class PseudoTerminal {
+  public:
+    using Time = std::chrono::microseconds;  // of the steady clock
+    static Time now();
+
+    PseudoTerminal();
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+    ~PseudoTerminal();
+
+    // What the computer opens.
+    const std::string& path() const { return path_; }
+
+    // What the computer did, in this order.
+    struct Activity {
+        std::vector<std::uint8_t> bytes_before;
+        bool closed = false;
+        bool opened = false;
+        std::vector<std::uint8_t> bytes_after;
+    };
+
+    // Waits until the computer does something, `until` has come, or a signal asks to stop.
+    Activity wait(std::optional<Time> until);
+
+    // The number of bytes that got lost because the computer does not read.
+    std::size_t send(std::span<const std::uint8_t> bytes);
+
+    // Lets the computer take what has been sent, for a moment, and drops the line for good.
+    void hang_up();
+
+  private:
+    // What the watch saw of the other end since it was last asked.
+    struct Seen {
+        bool reopened = false;
+        bool written_last = false;  // after the other end was opened
+    };
+
+    void make_raw();
+    void start_watch();
+    Seen ask_watch();
+    Activity look();
+    bool is_open() const;
+    std::vector<std::uint8_t> read_all();
+    void discard_unread();
+
+    std::string path_;
+    int master_ = -1;
+    int watch_ = -1;  // where the system tells of openings; -1: looked for now and then
+    bool open_ = false;
+};
+
+}  // namespace memwright::radio

@@ -1,0 +1,96 @@
+// vr120-sim: the simulated radio at the end of a pseudo-terminal.
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "platform/error.h"
+#include "radio/command_line.h"
+#include "radio/demonstration.h"
+#include "radio/event_lines.h"
+#include "radio/image_file.h"
+#include "radio/pseudo_terminal.h"
+#include "radio/simulated_radio.h"
+
+namespace memwright::radio {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongArguments = 2;
+
+// Whoever listens reads it now, not when a buffer is full.
+void say(const std::string& line) {
+    std::printf("%s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+std::string saved(const std::string& path, const MemoryImage& image) {
+    if (path.empty()) return "";
+    try {
+        save_image(path, image);
+        return ", saved to " + path;
+    } catch (const FileError& error) {
+        return std::string(", not saved: ") + error.what();
+    }
+}
+
+void pass_on(const PseudoTerminal::Activity& activity, SimulatedRadio& radio) {
+    const Time now = PseudoTerminal::now();
+    if (!activity.bytes_before.empty()) radio.receive(activity.bytes_before, now);
+    if (activity.closed) radio.line_closed(now);
+    if (activity.opened) radio.line_opened(now);
+    if (!activity.bytes_after.empty()) radio.receive(activity.bytes_after, now);
+}
+
+void run(SimulatedRadio& radio, PseudoTerminal& line, const std::string& save) {
+    EventLines events;
+    while (!stop_requested()) {
+        const std::size_t lost = line.send(radio.transmit(PseudoTerminal::now()));
+        if (lost > 0) say("overrun: " + std::to_string(lost) + " bytes lost, nobody reads them");
+        const Report& report = radio.report();
+        const std::string where =
+            events.image_received(report) ? saved(save, radio.memory()) : std::string{};
+        for (const std::string& text : events.take(report, where)) say(text);
+        if (radio.hung_up()) {
+            line.hang_up();
+            say("hung up");
+            return;
+        }
+        pass_on(line.wait(radio.next_event()), radio);
+    }
+}
+
+int start(const std::vector<std::string>& arguments) {
+    CommandLine command;
+    MemoryImage memory;
+    try {
+        command = parse_command_line(arguments);
+        if (command.help || command.version) {
+            say(command.help ? help_text() : "vr120-sim " MEMWRIGHT_VERSION);
+            return 0;
+        }
+        memory = command.image.empty() ? demonstration_memory() : load_image(command.image);
+    } catch (const Error& error) {
+        std::fprintf(stderr, "vr120-sim: %s\nvr120-sim --help tells more.\n", error.what());
+        return kWrongArguments;
+    }
+    stop_on_signals();
+    SimulatedRadio radio(memory, command.options);
+    PseudoTerminal line;
+    say(line.path());
+    run(radio, line, command.save);
+    return 0;
+}
+
+}  // namespace
+}  // namespace memwright::radio
+
+int main(int count, char** arguments) {
+    try {
+        return memwright::radio::start({arguments + 1, arguments + count});
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "vr120-sim: %s\n", error.what());
+        return memwright::radio::kFailed;
+    }
+}
