@@ -86,7 +86,8 @@ double leading_number(std::string_view text) {
     const auto [stop, error] =
         std::from_chars(text.data(), text.data() + length, number, std::chars_format::fixed);
     if (error == std::errc::result_out_of_range) {
-        const bool huge = leading_number(text.substr(0, text.find('.')).substr(0, 300)) > 0;
+        // Too large if a digit other than 0 stands before the point, else too small.
+        const bool huge = text[text.find_first_not_of('0')] != '.';
         return huge ? std::numeric_limits<double>::max() : 0;
     }
     return number;
