@@ -22,6 +22,16 @@ std::size_t checked_bit(int BitNum70) {
     return static_cast<std::size_t>(BitNum70);
 }
 
+// The memory index, far enough inside of an int for the offsets that are computed from it.
+int memory_index(int Bank, int Memnumber) {
+    const std::int64_t index = std::int64_t{Bank} * layout::kMemoriesPerBank + Memnumber;
+    if (index < -layout::kImageSize || index > layout::kImageSize) {
+        throw IndexError("The memory image has no memory " + std::to_string(Memnumber) +
+                         " in a bank " + std::to_string(Bank) + ".");
+    }
+    return static_cast<int>(index);
+}
+
 }  // namespace
 
 void modVR120::OpenVR120(const std::string& FilePath) {
@@ -74,11 +84,11 @@ void modVR120::ClearMem(int Bank, int Memnumber) {
 }
 
 int modVR120::record(int Bank, int Memnumber) {
-    return layout::kRecords + layout::kRecordSize * (Bank * layout::kMemoriesPerBank + Memnumber);
+    return layout::kRecords + layout::kRecordSize * memory_index(Bank, Memnumber);
 }
 
 int modVR120::label(int Bank, int Memnumber) {
-    return layout::kLabels + layout::kLabelSize * (Bank * layout::kMemoriesPerBank + Memnumber);
+    return layout::kLabels + layout::kLabelSize * memory_index(Bank, Memnumber);
 }
 
 std::string modVR120::bits(int loffset) const { return Hex2Bin(lHex(MemoryImage.get(loffset))); }
