@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <system_error>
+#include <tuple>
 
 #ifdef _WIN32
 #include <io.h>
@@ -78,8 +79,11 @@ void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
     if (stat(from.c_str(), &old) != 0) return;
     // The owner first: changing it drops bits of the mode.
     const bool same_owner = chown(to.c_str(), old.st_uid, old.st_gid) == 0;
-    constexpr mode_t kOthersBits = 07777, kNoSetIds = 0777;
-    chmod(to.c_str(), old.st_mode & (same_owner ? kOthersBits : kNoSetIds));
+    // A member of the file's group who does not own it can still hand it to the group.
+    constexpr uid_t kUnchanged = static_cast<uid_t>(-1);
+    if (!same_owner) std::ignore = chown(to.c_str(), kUnchanged, old.st_gid);
+    constexpr mode_t kAllBits = 07777, kNoSetIds = 0777;
+    chmod(to.c_str(), old.st_mode & (same_owner ? kAllBits : kNoSetIds));
 }
 
 #endif
