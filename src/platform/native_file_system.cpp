@@ -28,7 +28,12 @@ std::string last_cause() { return std::generic_category().message(errno); }
 // What to do about a file that cannot be written.
 std::string saving_remedy(int cause) {
     const std::string kept = "Nothing was changed there. ";
-    if (cause == ENOSPC || cause == EDQUOT || cause == EFBIG) {
+#ifdef EDQUOT
+    const bool over_quota = cause == EDQUOT;
+#else
+    const bool over_quota = false;
+#endif
+    if (cause == ENOSPC || cause == EFBIG || over_quota) {
         return kept + "Free some space, or save to another place with Save As.";
     }
     if (cause == EACCES || cause == EPERM || cause == EROFS) {
@@ -122,10 +127,21 @@ void read_from(const std::string& path, std::size_t first, std::size_t limit, By
     if (std::ferror(file.get()) != 0) fail("read", path, last_cause(), remedy);
 }
 
+// Appending creates the file that a dangling link leads to as well, and harms none that has come
+// into being meanwhile.
 void create_empty(const std::string& path) {
-    const File file{native::open_file(native::path_of(path), "abx"), &std::fclose};
-    if (file == nullptr && errno != EEXIST) {
+    const File file{native::open_file(native::path_of(path), "ab"), &std::fclose};
+    if (file == nullptr) {
         fail("create", path, last_cause(), "Check that its folder exists and may be written to.");
+    }
+}
+
+// A file that may be replaced, because its folder allows that, may still be protected itself.
+void demand_writable(const std::string& path, const fs::path& target) {
+    const File file{native::open_file(target, "ab"), &std::fclose};
+    if (file == nullptr) {
+        const int cause = errno;
+        fail("save", path, last_cause(), saving_remedy(cause));
     }
 }
 
@@ -146,13 +162,17 @@ void NativeFileSystem::overwrite(const std::string& path, std::span<const std::u
     const fs::path target = behind_links(native::path_of(path));
     std::error_code error;
     const auto old = fs::status(target, error);
-    if (fs::exists(old) && !fs::is_regular_file(old)) {
-        fail("save", path, kind_of(old.type()), saving_remedy(0));
-    }
     Bytes rest;
-    const auto old_size = fs::exists(old) ? fs::file_size(target, error) : 0;
-    if (!error && old_size > bytes.size()) {
-        read_from(path, bytes.size(), old_size - bytes.size(), rest);
+    if (fs::exists(old)) {
+        if (!fs::is_regular_file(old)) fail("save", path, kind_of(old.type()), saving_remedy(0));
+        demand_writable(path, target);
+        const auto old_size = fs::file_size(target, error);
+        if (error) fail("save", path, error.message(), saving_remedy(error.value()));
+        if (old_size > bytes.size()) {
+            read_from(path, bytes.size(), old_size - bytes.size(), rest);
+        }
+    } else if (old.type() != fs::file_type::not_found) {
+        fail("save", path, error.message(), saving_remedy(error.value()));
     }
     Replacement replacement(path, target);
     replacement.write(bytes);
