@@ -20,7 +20,9 @@ class clsVr120 {
     void OpenVR120(const std::string& FilePath) { store_.OpenVR120(FilePath); }
     bool FileExists(const std::string& fpath) const noexcept { return store_.FileExists(fpath); }
 
-    std::int16_t GetBit(int loffset, int BitNum70) const { return store_.GetBit(loffset, BitNum70); }
+    std::int16_t GetBit(int loffset, int BitNum70) const {
+        return store_.GetBit(loffset, BitNum70);
+    }
     void SetBit(int loffset, int BitNum70, int BitVal01) {
         store_.SetBit(loffset, BitNum70, BitVal01);
     }

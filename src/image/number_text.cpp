@@ -78,7 +78,8 @@ std::string Bin2Dec(std::string_view bin) { return std::to_string(lLng(Bin2Hex(b
 double leading_number(std::string_view text) {
     std::size_t length = 0;
     bool point_seen = false;
-    while (length < text.size() && (is_digit(text[length]) || (text[length] == '.' && !point_seen))) {
+    while (length < text.size() &&
+           (is_digit(text[length]) || (text[length] == '.' && !point_seen))) {
         point_seen = point_seen || text[length] == '.';
         ++length;
     }
@@ -95,8 +96,8 @@ double leading_number(std::string_view text) {
 
 std::string shortest_text(double number) {
     std::array<char, std::numeric_limits<double>::max_exponent10 + 32> text{};
-    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), number,
-                                            std::chars_format::fixed);
+    const auto [end, error] =
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
     if (error != std::errc{}) throw ConversionError("A number is too long to be written out.");
     return {text.data(), end};
 }

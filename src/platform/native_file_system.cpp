@@ -44,12 +44,17 @@ std::string saving_remedy(int cause) {
 
 std::string kind_of(fs::file_type type) {
     switch (type) {
-        case fs::file_type::directory: return "it is a folder";
-        case fs::file_type::fifo: return "it is a named pipe";
-        case fs::file_type::socket: return "it is a socket";
+        case fs::file_type::directory:
+            return "it is a folder";
+        case fs::file_type::fifo:
+            return "it is a named pipe";
+        case fs::file_type::socket:
+            return "it is a socket";
         case fs::file_type::block:
-        case fs::file_type::character: return "it is a device";
-        default: return "it is no ordinary file";
+        case fs::file_type::character:
+            return "it is a device";
+        default:
+            return "it is no ordinary file";
     }
 }
 
