@@ -1,0 +1,70 @@
+#pragma once
+
+// A new folder of its own for a test, removed with all that is in it at the end. Every user of the
+// machine may enter and write to it until a test says otherwise.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace memwright {
+
+class TemporaryFolder {
+  public:
+    TemporaryFolder() {
+        std::random_device random;
+        do {
+            path_ = std::filesystem::temp_directory_path() /
+                    ("memwright-test-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(path_));
+        std::filesystem::permissions(path_, std::filesystem::perms::all);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::permissions(path_, std::filesystem::perms::all, ignored);
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    const std::filesystem::path& path() const { return path_; }
+    std::string file(const std::string& name) const { return (path_ / name).string(); }
+
+    // Writes a file; gives its whole name.
+    std::string put(const std::string& name, const std::vector<std::uint8_t>& bytes) const {
+        std::ofstream out(path_ / name, std::ios::binary);
+        for (const std::uint8_t byte : bytes) out.put(static_cast<char>(byte));
+        out.close();
+        EXPECT_TRUE(out.good()) << "cannot write " << name;
+        return file(name);
+    }
+
+    std::vector<std::uint8_t> get(const std::string& name) const {
+        std::ifstream in(path_ / name, std::ios::binary);
+        EXPECT_TRUE(in.is_open()) << "cannot read " << name;
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+
+    // The names of all that lies in it, sorted.
+    std::vector<std::string> names() const {
+        std::vector<std::string> found;
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+            found.push_back(entry.path().filename().string());
+        }
+        std::ranges::sort(found);
+        return found;
+    }
+
+  private:
+    std::filesystem::path path_;
+};
+
+}  // namespace memwright
