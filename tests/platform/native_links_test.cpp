@@ -1,0 +1,139 @@
+// Symbolic links: followed, and left links.
+
+#include <filesystem>
+#include <vector>
+
+#include "platform/native_files.h"
+
+namespace memwright {
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+class NativeLinks : public testing::Test {
+  protected:
+    // A link that says exactly `target`.
+    std::string link(const std::string& name, const std::string& target) {
+        fs::create_symlink(target, folder_.path() / name);
+        return folder_.file(name);
+    }
+    std::string target_of(const std::string& name) {
+        return fs::is_symlink(folder_.path() / name)
+                   ? fs::read_symlink(folder_.path() / name).string()
+                   : "no link any more";
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(NativeLinks, reading_follows_a_link) {
+    folder_.put("real.120", pattern(7392));
+    EXPECT_EQ(read_all(link("link.120", "real.120"), 7392), pattern(7392));
+}
+
+TEST_F(NativeLinks, reading_a_dangling_link_creates_the_file_that_it_leads_to) {
+    const std::string path = link("link.120", "real.120");
+    EXPECT_TRUE(read_all(path, 7392).empty());
+    EXPECT_EQ(folder_.names(), (Names{"link.120", "real.120"}));
+    EXPECT_EQ(target_of("link.120"), "real.120");
+}
+
+TEST_F(NativeLinks, a_dangling_link_does_not_exist) {
+    NativeFileSystem files;
+    EXPECT_FALSE(files.exists(link("link.120", "real.120")));
+    folder_.put("real.120", {});
+    EXPECT_TRUE(files.exists(folder_.file("link.120")));
+}
+
+TEST_F(NativeLinks, saving_through_a_whole_name_writes_the_file_that_the_link_leads_to) {
+    const std::string real = folder_.put("real.120", pattern(7392));
+    EXPECT_EQ(saving(link("link.120", real), pattern(7392, 5)), "saved");
+    EXPECT_EQ(target_of("link.120"), real);
+    EXPECT_EQ(folder_.get("real.120"), pattern(7392, 5));
+    EXPECT_FALSE(fs::is_symlink(real));
+    EXPECT_EQ(folder_.names(), (Names{"link.120", "real.120"}));
+}
+
+TEST_F(NativeLinks, a_relative_link_counts_from_its_own_folder) {
+    fs::create_directory(folder_.path() / "links");
+    fs::create_directory(folder_.path() / "images");
+    folder_.put("images/real.120", pattern(10000));
+    const std::string path = link("links/link.120", "../images/real.120");
+    EXPECT_EQ(saving(path, pattern(7392, 5)), "saved");
+    EXPECT_EQ(target_of("links/link.120"), "../images/real.120");
+    EXPECT_EQ(folder_.get("images/real.120").size(), 10000U);
+    EXPECT_EQ(read_all(folder_.file("images/real.120"), 7392), pattern(7392, 5));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path() / "links"), {}), 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path() / "images"), {}), 1);
+}
+
+TEST_F(NativeLinks, a_chain_of_links_is_followed_to_its_end) {
+    fs::create_directory(folder_.path() / "sub");
+    folder_.put("real.120", pattern(7392));
+    link("sub/third", "../real.120");
+    link("second", "sub/third");
+    EXPECT_EQ(saving(link("first", folder_.file("second")), pattern(7392, 5)), "saved");
+    EXPECT_EQ(target_of("first"), folder_.file("second"));
+    EXPECT_EQ(target_of("second"), "sub/third");
+    EXPECT_EQ(target_of("sub/third"), "../real.120");
+    EXPECT_EQ(folder_.get("real.120"), pattern(7392, 5));
+    EXPECT_EQ(folder_.names(), (Names{"first", "real.120", "second", "sub"}));
+}
+
+TEST_F(NativeLinks, saving_through_a_dangling_link_creates_the_file_that_it_leads_to) {
+    EXPECT_EQ(saving(link("link.120", "real.120"), pattern(7392)), "saved");
+    EXPECT_EQ(target_of("link.120"), "real.120");
+    EXPECT_EQ(folder_.get("real.120"), pattern(7392));
+    EXPECT_FALSE(fs::is_symlink(folder_.path() / "real.120"));
+}
+
+TEST_F(NativeLinks, a_link_into_a_missing_folder_is_an_error) {
+    const std::string path = link("link.120", "missing/real.120");
+    const std::string error = saving(path, pattern(7392));
+    EXPECT_TRUE(has(error, path)) << error;
+    EXPECT_EQ(target_of("link.120"), "missing/real.120");
+    EXPECT_EQ(folder_.names(), Names{"link.120"});
+}
+
+TEST_F(NativeLinks, links_that_lead_round_in_a_circle_are_refused_and_stay) {
+    link("a", "b");
+    const std::string path = link("b", "a");
+    EXPECT_TRUE(has(saving(path, pattern(7392)), "Cannot save " + path));
+    EXPECT_NE(reading(path), "read");
+    EXPECT_FALSE(NativeFileSystem().exists(path));
+    EXPECT_EQ(target_of("a"), "b");
+    EXPECT_EQ(target_of("b"), "a");
+    EXPECT_EQ(folder_.names(), (Names{"a", "b"}));
+}
+
+TEST_F(NativeLinks, a_link_to_a_folder_is_refused_as_the_folder_is) {
+    fs::create_directory(folder_.path() / "sub");
+    const std::string path = link("link", "sub");
+    EXPECT_TRUE(has(saving(path, pattern(7392)), "it is a folder"));
+    EXPECT_TRUE(has(reading(path), "it is a folder"));
+    EXPECT_EQ(target_of("link"), "sub");
+}
+
+TEST_F(NativeLinks, a_linked_folder_on_the_way_is_followed) {
+    fs::create_directory(folder_.path() / "sub");
+    link("folder", "sub");
+    EXPECT_EQ(saving(folder_.file("folder/a.120"), pattern(7392)), "saved");
+    EXPECT_EQ(folder_.get("sub/a.120"), pattern(7392));
+    EXPECT_EQ(target_of("folder"), "sub");
+}
+
+TEST_F(NativeLinks, a_link_named_without_its_folder_is_followed) {
+    folder_.put("real.120", pattern(7392));
+    link("link.120", "real.120");
+    const auto before = fs::current_path();
+    fs::current_path(folder_.path());
+    const std::string result = saving("link.120", pattern(7392, 5));
+    fs::current_path(before);
+    EXPECT_EQ(result, "saved");
+    EXPECT_EQ(target_of("link.120"), "real.120");
+    EXPECT_EQ(folder_.get("real.120"), pattern(7392, 5));
+}
+
+}  // namespace
+}  // namespace memwright
