@@ -1,0 +1,49 @@
+#pragma once
+
+// The rules of the house that can be read off its files: which folder may include which, how long
+// files may be, and words that belong elsewhere. Each gives what is wrong, "" if nothing is.
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace memwright::architecture {
+
+// Lower folders first. A folder may include its own headers and those of the folders before it.
+inline constexpr std::array<std::string_view, 6> kOrder = {"platform", "image", "table",
+                                                           "files",    "link",  "app"};
+// These may include the folders named above, and nobody includes them.
+inline constexpr std::array<std::string_view, 3> kTop = {"qt", "cli", "radio"};
+
+inline constexpr std::size_t kHeaderLines = 200;
+inline constexpr std::size_t kSourceLines = 400;
+
+// The folders whose files may include Qt's headers.
+inline constexpr std::array<std::string_view, 4> kQtFolders = {"src/qt/", "tests/qt/", "tests/gui/",
+                                                               "tests/system/"};
+
+bool is_known_folder(std::string_view folder);
+
+// May a file of the folder `from` under src include the header `header`, as written in quotes?
+std::string wrong_include(std::string_view from, std::string_view header);
+
+// Is `header`, as written between its brackets or quotes, one of Qt's?
+bool is_qt_header(std::string_view header);
+
+// What a line includes, without its brackets or quotes; "" for any other line.
+struct Include {
+    std::string header;
+    bool quoted = false;
+};
+Include include_of(std::string_view line);
+
+// Is the beginning of a header, and its length, as it should be?
+std::string wrong_shape(std::string_view path, const std::vector<std::string>& lines);
+
+// The word of a text that does not belong into the project's files; "" if there is none.
+std::string foreign_word(std::string_view text);
+
+}  // namespace memwright::architecture
