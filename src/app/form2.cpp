@@ -47,8 +47,10 @@ void Form2::refresh() {
 
 void Form2::show_devices() {
     const ComPorts::Choice by_itself = ports_.without_stored(transfer_port_);
-    std::vector<std::string> items{by_itself.path.empty() ? "Automatic (none found)"
-                                                          : "Automatic (" + by_itself.path + ")"};
+    const std::string how =
+        by_itself.source == ComPorts::Source::command_line ? "From the command line" : "Automatic";
+    std::vector<std::string> items{
+        how + (by_itself.path.empty() ? " (none found)" : " (" + by_itself.path + ")")};
     std::string chosen = items.front();
     std::string device = by_itself.path.empty()
                              ? "no device"

@@ -12,6 +12,8 @@ namespace memwright::qt {
 namespace {
 
 constexpr int kLookForDevices = 1000;  // milliseconds
+constexpr int kCharactersOfDevice = 48;
+constexpr int kCharactersOfAbout = 34;
 
 template <class Widget>
 Widget* named(const char* name, const QString& accessible = {}) {
@@ -44,6 +46,7 @@ void QtDialogViews::show_modal(Form2& form) {
     auto* const device = named<QLabel>("DeviceLabel");
     device->setTextFormat(Qt::PlainText);
     device->setWordWrap(true);
+    device->setMinimumWidth(kCharactersOfDevice * device->fontMetrics().averageCharWidth());
     list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     list_label->setBuddy(list);
 
@@ -88,7 +91,9 @@ void QtDialogViews::show_modal(Form5& form) {
     auto* const all = new QVBoxLayout(&dialog);
     all->addWidget(name);
     all->addWidget(named<QLabel>("VersionLabel"));
-    all->addWidget(named<QLabel>("CreditLabel"));
+    auto* const credit = named<QLabel>("CreditLabel");
+    credit->setMinimumWidth(kCharactersOfAbout * credit->fontMetrics().averageCharWidth());
+    all->addWidget(credit);
     all->addSpacing(large.pointSize());
     all->addLayout(button_row());
     all->setSizeConstraint(QLayout::SetFixedSize);

@@ -1,12 +1,17 @@
 #include "qt/message_boxes.h"
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+#include <algorithm>
 
 #include "qt/text.h"
 
 namespace memwright::qt {
 namespace {
+
+constexpr int kLineReserve = 4;
 
 QMessageBox::StandardButtons qt_buttons(Buttons buttons) {
     switch (buttons) {
@@ -56,6 +61,15 @@ Answer answer_of(int button, Buttons buttons) {
     return buttons == Buttons::yes_no ? Answer::no : Answer::cancel;
 }
 
+// Qt breaks the lines of a message early: a line that fits on the screen stays one.
+void keep_lines_whole(const QMessageBox& box) {
+    auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+    if (label == nullptr) return;
+    const int wanted = label->fontMetrics().size(0, box.text()).width() + 2 * label->margin();
+    label->setMinimumWidth(
+        std::min(wanted + kLineReserve, label->screen()->geometry().width() / 2));
+}
+
 }  // namespace
 
 Answer QtMessageBox::show(const Message& message) {
@@ -65,6 +79,7 @@ Answer QtMessageBox::show(const Message& message) {
     box.setTextFormat(Qt::PlainText);
     box.setText(from_utf8(message.text).replace("\r\n", "\n"));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    keep_lines_whole(box);
     if (message.buttons == Buttons::yes_no) box.setEscapeButton(QMessageBox::No);
     return answer_of(box.exec(), message.buttons);
 }
