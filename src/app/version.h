@@ -2,7 +2,8 @@
 
 namespace memwright {
 
-inline constexpr int kVersionMajor = 1;
-inline constexpr int kVersionMinor = 0;
+// The project's version, as the build knows it.
+inline constexpr int kVersionMajor = MEMWRIGHT_VERSION_MAJOR;
+inline constexpr int kVersionMinor = MEMWRIGHT_VERSION_MINOR;
 
 }  // namespace memwright
