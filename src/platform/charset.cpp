@@ -31,20 +31,22 @@ void append_utf8(std::string& text, char32_t c) {
 // Takes one character off the front of a UTF-8 text; bytes that are none give U+FFFD.
 char32_t take_character(std::string_view& text) {
     constexpr char32_t kReplacement = 0xFFFD;
+    // The lowest character that needs so many bytes after the first.
+    constexpr std::array<char32_t, 4> kLowest = {0, 0x80, 0x800, 0x10000};
     const auto first = static_cast<unsigned char>(text.front());
     text.remove_prefix(1);
     if (first < 0x80) return first;
-    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : -1;
-    if (more < 0) return kReplacement;
+    if (first < 0xC0 || first >= 0xF8) return kReplacement;
+    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
     char32_t c = first & (0x3F >> more);
-    for (int i = 0; i < more; ++i) {
+    for (std::size_t i = 0; i < more; ++i) {
         if (text.empty() || (static_cast<unsigned char>(text.front()) & 0xC0) != 0x80) {
             return kReplacement;
         }
         c = (c << 6) | (static_cast<unsigned char>(text.front()) & 0x3F);
         text.remove_prefix(1);
     }
-    return c;
+    return c < kLowest[more] ? kReplacement : c;
 }
 
 }  // namespace
