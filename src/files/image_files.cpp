@@ -95,15 +95,16 @@ void ImageFiles::mnuSave_Click() {
 void ImageFiles::save_as() {
     // Deliberate: Save As ends silently when it fails.
     try {
-        const auto name = desktop_.dialogs.save(
-            {.title = "Save File As..",
-             .filters = {{"VR-120 Files (*.120)", "*.120"}, kAllFiles},
-             .folder = desktop_.files.current_folder()});
+        const auto name =
+            desktop_.dialogs.save({.title = "Save File As..",
+                                   .filters = {{"VR-120 Files (*.120)", "*.120"}, kAllFiles},
+                                   .folder = desktop_.files.current_folder()});
         if (!name) {
             save_cancelled = true;
             return;
         }
         const std::string path = with_extension(up_to_nul(*name), ".120");
+        enter_folder_of(path);
         if (!save_as_confirmed(path)) {
             save_cancelled = true;
             return;
@@ -111,7 +112,6 @@ void ImageFiles::save_as() {
         current_path_ = path;
         caption_.show_path(path);
         table_.SetChangeCheck();
-        enter_folder_of(path);
     } catch (const std::exception&) {
         save_cancelled = true;
     }
@@ -120,11 +120,11 @@ void ImageFiles::save_as() {
 // False if the user cancelled at the question whether to replace a file.
 bool ImageFiles::save_as_confirmed(const std::string& path) {
     if (store_.FileExists(path)) {
-        const Answer answer = desktop_.messages.show(
-            {.text = path + " already exists.\r\nDo you want to replace it?",
-             .title = "Save As",
-             .buttons = Buttons::yes_no_cancel,
-             .icon = Icon::exclamation});
+        const Answer answer =
+            desktop_.messages.show({.text = path + " already exists.\r\nDo you want to replace it?",
+                                    .title = "Save As",
+                                    .buttons = Buttons::yes_no_cancel,
+                                    .icon = Icon::exclamation});
         if (answer == Answer::cancel) return false;
         if (answer == Answer::no) {
             // Deliberate: whatever comes of the second run, this one then takes over the declined

@@ -23,7 +23,8 @@ class FileDialogs {
   public:
     virtual ~FileDialogs() = default;
 
-    // The name that the user chose or typed, existing or not; none if the user cancelled.
+    // The full name of the file that the user chose or typed, existing or not; none if the user
+    // cancelled.
     virtual std::optional<std::string> open(const FileRequest& request) = 0;
     virtual std::optional<std::string> save(const FileRequest& request) = 0;
 };
