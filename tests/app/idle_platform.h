@@ -1,0 +1,114 @@
+#pragma once
+
+// The parts of a desktop that these tests hardly use, as plain as they can be: a port on which
+// nothing answers, a clock that goes on while something waits, devices from a list, and dialogs
+// that a test works while they are open.
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/dialogs.h"
+#include "platform/error.h"
+#include "platform/ms_comm.h"
+#include "platform/serial_devices.h"
+#include "platform/time.h"
+
+namespace memwright::fakes {
+
+class SilentPort final : public MSComm {
+  public:
+    int number = 0;
+    bool is_open = false;
+    std::string open_error;  // if it is not empty, opening fails with it
+    int opened = 0;
+
+    void CommPort(int its_number) override { number = its_number; }
+    void Settings(const std::string& /*text*/) override {}
+    void DTREnable(bool /*on*/) override {}
+    void EOFEnable(bool /*on*/) override {}
+    void Handshaking(int /*kind*/) override {}
+    void InBufferSize(int /*bytes*/) override {}
+    void InputLen(int /*bytes*/) override {}
+    void InputMode(int /*mode*/) override {}
+    void NullDiscard(bool /*on*/) override {}
+    void OutBufferSize(int /*bytes*/) override {}
+    void ParityReplace(const std::string& /*text*/) override {}
+    void RThreshold(int /*bytes*/) override {}
+    void RTSEnable(bool /*on*/) override {}
+    void SThreshold(int /*bytes*/) override {}
+
+    void PortOpen(bool open) override {
+        if (open && !open_error.empty()) throw PortError(open_error);
+        is_open = open;
+        if (open) ++opened;
+    }
+    bool PortOpen() const override { return is_open; }
+    void Output(std::span<const std::uint8_t> /*bytes*/) override {}
+    int InBufferCount() override { return 0; }
+    std::vector<std::uint8_t> Input() override { return {}; }
+};
+
+class IdleLoop final : public Clock, public EventLoop {
+  public:
+    std::function<void()> while_waiting;  // the events that come
+    int waits = 0;
+
+    struct Timer {
+        std::chrono::milliseconds interval;
+        std::function<void()> tick;
+        std::weak_ptr<const void> alive;
+    };
+    std::vector<Timer> timers;
+
+    double seconds_since_midnight() override { return now_; }
+    void wait(std::chrono::milliseconds at_most) override {
+        ++waits;
+        now_ += std::chrono::duration<double>(at_most).count();
+        // What comes may say what is to come next.
+        if (const auto event = while_waiting) event();
+    }
+    Connection every(std::chrono::milliseconds interval, std::function<void()> tick) override {
+        auto connection = std::make_shared<const int>(0);
+        timers.push_back({interval, std::move(tick), connection});
+        return connection;
+    }
+
+  private:
+    double now_ = 3600;
+};
+
+class ListedDevices final : public SerialDevices {
+  public:
+    std::vector<SerialDevice> present;
+    bool numbered = false;
+
+    std::vector<SerialDevice> list() override { return present; }
+    std::string describe(const std::string& path) override {
+        for (const SerialDevice& device : present) {
+            if (device.path == path) return device.description;
+        }
+        return "";
+    }
+    bool numbers_name_devices() const override { return numbered; }
+};
+
+class WorkedDialogs final : public DialogViews {
+  public:
+    std::function<void(Form2&)> in_form2;
+    std::function<void(Form5&)> in_form5;
+    int shown = 0;
+
+    void show_modal(Form2& form) override {
+        ++shown;
+        if (in_form2) in_form2(form);
+    }
+    void show_modal(Form5& form) override {
+        ++shown;
+        if (in_form5) in_form5(form);
+    }
+};
+
+}  // namespace memwright::fakes
