@@ -13,14 +13,18 @@ constexpr std::size_t kNumber = kLeadingBytes + kBlockNumber;
 constexpr std::size_t kData = kLeadingBytes + kBlockData;
 constexpr std::size_t kChecksum = kLeadingBytes + kBlockChecksum;
 
+[[noreturn]] void fail(int count, const std::string& cause) {
+    throw PortError("The read from the VR-120 failed at block " + std::to_string(count) + " of " +
+                    std::to_string(kBlocks) + ": " + cause +
+                    ".\nThe table is as it was before. Check the plugs of the clone cable, press "
+                    "Unlock, and read again.");
+}
+
 // A block's response is complete with its checksum; one that is not has no such byte.
 void check_length(std::size_t size, int count) {
     if (size > kChecksum) return;
-    throw PortError("The read from the VR-120 failed at block " + std::to_string(count) + " of " +
-                    std::to_string(kBlocks) + ": " + std::to_string(size) +
-                    " bytes arrived instead of " + std::to_string(kChecksum + 1) +
-                    ".\nThe table is as it was before. Check the plugs of the clone cable, press "
-                    "Unlock, and read again.");
+    fail(count,
+         std::to_string(size) + " bytes arrived instead of " + std::to_string(kChecksum + 1));
 }
 
 }  // namespace
@@ -99,6 +103,7 @@ CloneRead::Response CloneRead::receive_block() {
 void CloneRead::keep_block(const Response& response, int count) {
     if (response[kNumber] >= layout::kImageBlocks) return;
     check_length(response.size(), count);
+    if (write_position_ == layout::kImageSize) fail(count, "the memory was complete already");
     const std::string sum = CalcChecksum(response, kLeadingBytes, kChecksum - 1);
     // Deliberate: the block is kept all the same, and nobody is told.
     if (sum != std::to_string(response[kChecksum])) result_ = "Invalid Checksum.";
