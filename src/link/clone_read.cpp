@@ -68,7 +68,8 @@ void CloneRead::exchange() {
     link_.take();
     link_.control().hide_received();
 
-    received_ = MemoryImage{};
+    // Bytes for which no block comes stay as they are.
+    received_ = store_.MemoryImage;
     write_position_ = 0;
     for (int count = 1; count <= kBlocks; ++count) {
         Response response = receive_block();
