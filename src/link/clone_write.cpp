@@ -31,6 +31,8 @@ void CloneWrite::exchange() {
                  "\r\n3. Click OK on this box to begin.",
          .title = "Write To VR-120",
          .buttons = Buttons::ok_cancel});
+    // The program may have been ended behind the instructions.
+    link_.control().check();
     link_.InitPort();
     link_.open();
     link_.control().show();
