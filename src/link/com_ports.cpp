@@ -35,6 +35,16 @@ bool before(const std::string& a, const std::string& b) {
     return a.size() < b.size();
 }
 
+// "a, b and c"
+std::string paths_of(const std::vector<SerialDevice>& devices) {
+    std::string text;
+    for (std::size_t i = 0; i < devices.size(); ++i) {
+        if (i > 0) text += i + 1 == devices.size() ? " and " : ", ";
+        text += devices[i].path;
+    }
+    return text;
+}
+
 std::string key_of(int number) { return "COM" + std::to_string(number); }
 
 }  // namespace
@@ -64,11 +74,13 @@ ComPorts::Choice ComPorts::without_stored(int number) const {
 std::string ComPorts::device_of(int number) const {
     std::string path = choice(number).path;
     if (path.empty()) {
-        const auto count = devices().size();
-        const std::string there =
-            count == 0   ? "no serial device is connected"
-            : count == 1 ? "only one serial device is connected"
-                         : "only " + std::to_string(count) + " serial devices are connected";
+        const auto present = devices();
+        std::string there = "no serial device is connected";
+        if (present.size() == 1) there = "only one serial device is connected, ";
+        if (present.size() > 1) {
+            there = "only " + std::to_string(present.size()) + " serial devices are connected, ";
+        }
+        there += paths_of(present);
         throw PortError("Cannot open COM " + std::to_string(number) + ": " + there +
                         ".\nPlug the clone cable in, or choose a device in Settings, Port.");
     }
