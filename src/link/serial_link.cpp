@@ -13,6 +13,7 @@ constexpr int kBufferSize = 30000;
 constexpr int kReceiveThreshold = 8;
 constexpr int kBinary = 1;
 constexpr std::chrono::milliseconds kLookInterval{50};
+constexpr double kHalfDay = 12.0 * 60 * 60;
 
 }  // namespace
 
@@ -52,7 +53,8 @@ void SerialLink::pause(double sec) {
     while (true) {
         control_.check();
         const double now = clock_.seconds_since_midnight();
-        midnight_passed = midnight_passed || now < last;
+        // A clock that is merely put back a little has not passed midnight.
+        midnight_passed = midnight_passed || last - now > kHalfDay;
         last = now;
         const double left = sec - (now - start);
         // Deliberate: a wait across midnight ends when the same time of day comes round again.
