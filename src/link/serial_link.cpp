@@ -77,6 +77,7 @@ void SerialLink::wait_for_bytes(const std::function<bool(int)>& enough,
 
 void SerialLink::clear_status() {
     status_.Text1.text = "";
+    status_.Text1.caret = 0;
     status_.Label1.caption = "";
 }
 
