@@ -1,0 +1,145 @@
+#pragma once
+
+// The serial port with a simulated radio at the other end, in virtual time. Like the real one it
+// notices a hang-up in the event loop: the port is closed, bytes not yet taken are dropped, and
+// every use of it is a PortError until it is opened or closed.
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fakes/virtual_time.h"
+#include "platform/error.h"
+#include "platform/ms_comm.h"
+#include "radio/simulated_radio.h"
+
+namespace memwright::fakes {
+
+class SimulatedPort final : public MSComm, public VirtualTime::Source {
+  public:
+    using Time = VirtualTime::Time;
+    using Bytes = std::vector<std::uint8_t>;
+
+    struct Sent {
+        Time at;
+        Bytes bytes;  // in one piece
+    };
+
+    SimulatedPort(VirtualTime& time, radio::SimulatedRadio& radio) : time_(time), radio_(&radio) {
+        time_.add(*this);
+    }
+    SimulatedPort(const SimulatedPort&) = delete;
+    SimulatedPort& operator=(const SimulatedPort&) = delete;
+
+    std::vector<Sent> sent;
+    int openings = 0;
+    std::size_t arrived = 0;  // bytes since the last opening
+    std::optional<Time> hung_up_at;
+
+    std::string opening_fails;  // the PortError's text, if there is to be one
+    // Bytes that arrive as others than the radio sent, by their position since the opening.
+    std::map<std::size_t, std::uint8_t> replaced;
+    // Told of every property set and of every opening, closing and output, before it is done.
+    std::function<void(const std::string&)> told;
+    std::function<void(const Sent&)> sending;
+
+    // Puts another radio at the end of the cable.
+    void plug(radio::SimulatedRadio& radio) { radio_ = &radio; }
+
+    void CommPort(int number) override { set("CommPort", std::to_string(number)); }
+    void Settings(const std::string& text) override { set("Settings", "\"" + text + "\""); }
+    void DTREnable(bool on) override { set("DTREnable", text_of(on)); }
+    void EOFEnable(bool on) override { set("EOFEnable", text_of(on)); }
+    void Handshaking(int kind) override { set("Handshaking", std::to_string(kind)); }
+    void InBufferSize(int bytes) override { set("InBufferSize", std::to_string(bytes)); }
+    void InputLen(int bytes) override { set("InputLen", std::to_string(bytes)); }
+    void InputMode(int mode) override { set("InputMode", std::to_string(mode)); }
+    void NullDiscard(bool on) override { set("NullDiscard", text_of(on)); }
+    void OutBufferSize(int bytes) override { set("OutBufferSize", std::to_string(bytes)); }
+    void ParityReplace(const std::string& text) override {
+        set("ParityReplace", "\"" + text + "\"");
+    }
+    void RThreshold(int bytes) override { set("RThreshold", std::to_string(bytes)); }
+    void RTSEnable(bool on) override { set("RTSEnable", text_of(on)); }
+    void SThreshold(int bytes) override { set("SThreshold", std::to_string(bytes)); }
+
+    void PortOpen(bool open) override {
+        set("PortOpen", text_of(open));
+        if (!open) {
+            close();
+            lost_.clear();
+        } else if (!open_) {
+            lost_.clear();
+            if (!opening_fails.empty()) throw PortError(opening_fails);
+            if (radio_->hung_up()) throw PortError("Cannot open COM 1: no such device.");
+            open_ = true;
+            ++openings;
+            arrived = 0;
+            radio_->line_opened(time_.now());
+        }
+    }
+    bool PortOpen() const override { return open_; }
+
+    void Output(std::span<const std::uint8_t> bytes) override {
+        require_open();
+        const Sent piece{time_.now(), {bytes.begin(), bytes.end()}};
+        if (sending) sending(piece);
+        tell("Output of " + std::to_string(bytes.size()));
+        sent.push_back(piece);
+        radio_->receive(bytes, time_.now());
+        bring_up_to(time_.now());
+    }
+    int InBufferCount() override {
+        require_open();
+        return static_cast<int>(waiting_.size());
+    }
+    Bytes Input() override {
+        require_open();
+        return std::exchange(waiting_, {});
+    }
+
+    std::optional<Time> next_event() const override { return radio_->next_event(); }
+    void bring_up_to(Time now) override {
+        for (const std::uint8_t byte : radio_->transmit(now)) {
+            const auto other = replaced.find(arrived++);
+            waiting_.push_back(other == replaced.end() ? byte : other->second);
+        }
+        if (!open_ || !radio_->hung_up()) return;
+        hung_up_at = now;
+        close();
+        lost_ = "Lost COM 1: the other end hung up.";
+    }
+
+  private:
+    static std::string text_of(bool on) { return on ? "True" : "False"; }
+
+    void tell(const std::string& what) const {
+        if (told) told(what);
+    }
+    void set(const std::string& property, const std::string& value) const {
+        tell(property + " = " + value);
+    }
+    void close() {
+        if (!std::exchange(open_, false)) return;
+        waiting_.clear();
+        radio_->line_closed(time_.now());
+    }
+    void require_open() {
+        bring_up_to(time_.now());
+        if (!lost_.empty()) throw PortError(lost_);
+        if (!open_) throw PortError("COM 1 is not open.");
+    }
+
+    VirtualTime& time_;
+    radio::SimulatedRadio* radio_;
+    bool open_ = false;
+    std::string lost_;
+    Bytes waiting_;
+};
+
+}  // namespace memwright::fakes

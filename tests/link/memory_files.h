@@ -1,0 +1,32 @@
+#pragma once
+
+// A file system in memory.
+
+#include <algorithm>
+#include <map>
+#include <string>
+
+#include "platform/file_system.h"
+
+namespace memwright::link_tests {
+
+class MemoryFiles final : public FileSystem {
+  public:
+    std::map<std::string, Bytes> files;
+
+    void read(const std::string& path, std::size_t limit, Bytes& bytes) override {
+        bytes = files[path];
+        bytes.resize(std::min(bytes.size(), limit));
+    }
+    void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) override {
+        files[path].assign(bytes.begin(), bytes.end());
+    }
+    bool exists(const std::string& path) noexcept override { return files.contains(path); }
+    std::string current_folder() override { return folder_; }
+    void set_current_folder(const std::string& path) override { folder_ = path; }
+
+  private:
+    std::string folder_ = "/";
+};
+
+}  // namespace memwright::link_tests

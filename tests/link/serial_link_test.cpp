@@ -1,0 +1,162 @@
+#include "link/serial_link.h"
+
+#include <gtest/gtest.h>
+
+#include "link/clone_bench.h"
+
+namespace memwright::link_tests {
+namespace {
+
+using testing::ElementsAre;
+
+class SerialLinkTest : public testing::Test {
+  protected:
+    // How long a pause takes by a clock that nobody sets.
+    Time pause(double seconds) {
+        const Time start = bench.time.now();
+        bench.link.pause(seconds);
+        return bench.time.now() - start;
+    }
+
+    // Runs something that a transfer does.
+    void transfer(const std::function<void()>& exchange) {
+        bench.control.run(TransferControl::Kind::read, exchange);
+    }
+
+    CloneBench bench{sending()};
+};
+
+TEST_F(SerialLinkTest, InitPort_sets_fourteen_properties_in_order_and_opens_nothing) {
+    bench.link.InitPort();
+    EXPECT_THAT(bench.journal,
+                ElementsAre("CommPort = 1", "Settings = \"9600,E,8,1\"", "DTREnable = True",
+                            "EOFEnable = False", "Handshaking = 0", "InBufferSize = 30000",
+                            "InputLen = 0", "InputMode = 1", "NullDiscard = False",
+                            "OutBufferSize = 30000", "ParityReplace = \"\"", "RThreshold = 8",
+                            "RTSEnable = True", "SThreshold = 0"));
+    EXPECT_FALSE(bench.port.PortOpen());
+}
+
+TEST_F(SerialLinkTest, InitPort_leaves_an_open_port_open) {
+    bench.link.open();
+    bench.link.InitPort();
+    EXPECT_TRUE(bench.port.PortOpen());
+}
+
+TEST_F(SerialLinkTest, the_port_is_the_one_stored_for_the_clone_application) {
+    bench.settings.values["VR120Clone/Settings/CommPort"] = "5";
+    bench.settings.values["VR120/Settings/CommPort"] = "3";
+    bench.link.InitPort();
+    EXPECT_EQ(bench.journal.front(), "CommPort = 5");
+}
+
+TEST_F(SerialLinkTest, the_port_stored_by_the_dialog_does_not_reach_transfers) {
+    bench.settings.values["VR120/Settings/CommPort"] = "3";
+    bench.link.InitPort();
+    EXPECT_EQ(bench.journal.front(), "CommPort = 1");
+    EXPECT_TRUE(bench.settings.saved.empty());
+}
+
+TEST_F(SerialLinkTest, a_stored_port_that_is_no_number_is_a_PortError) {
+    bench.settings.values["VR120Clone/Settings/CommPort"] = "COM 1";
+    EXPECT_THROW(bench.link.InitPort(), PortError);
+    EXPECT_TRUE(bench.journal.empty());
+}
+
+TEST_F(SerialLinkTest, a_pause_lasts_as_long_as_asked) {
+    for (const double start : {0.0, 3600.7, 43200.123456, 86399.85}) {
+        bench.time.set_time_of_day(start);
+        const Time tenth = pause(0.1);
+        EXPECT_GE(tenth, 100ms) << start;
+        EXPECT_LE(tenth, 101ms) << start;
+    }
+    bench.time.set_time_of_day(0);
+    const Time longer = pause(7.3);
+    EXPECT_GE(longer, 7300ms);
+    EXPECT_LE(longer, 7301ms);
+}
+
+TEST_F(SerialLinkTest, a_pause_of_no_time_returns_at_once) {
+    EXPECT_EQ(pause(0), 0ms);
+    EXPECT_EQ(pause(-1), 0ms);
+}
+
+TEST_F(SerialLinkTest, a_pause_hands_control_to_the_event_loop_every_50_ms_and_no_more_often) {
+    int ticks = 0;
+    const auto timer = bench.time.every(25ms, [&] { ++ticks; });
+    bench.link.pause(0.1);
+    EXPECT_EQ(ticks, 4);
+    EXPECT_LE(bench.time.waits, 6);
+    EXPECT_LE(bench.time.longest_wait, 50ms);
+}
+
+TEST_F(SerialLinkTest, a_pause_that_crosses_midnight_ends_at_the_same_time_of_the_next_day) {
+    bench.time.end = 48h;
+    bench.time.set_time_of_day(86399.95);
+    const Time start = bench.time.now();
+    bench.link.pause(0.1);
+    EXPECT_GE(bench.time.now() - start, 24h);
+    EXPECT_LE(bench.time.now() - start, 24h + 100ms);
+}
+
+TEST_F(SerialLinkTest, a_pause_that_begins_at_midnight_is_no_longer_than_any_other) {
+    bench.time.set_time_of_day(86399.0);
+    bench.time.run_for(1s);
+    EXPECT_LE(pause(0.1), 101ms);
+}
+
+TEST_F(SerialLinkTest, a_pause_across_midnight_can_be_cancelled) {
+    bench.time.set_time_of_day(86399.95);
+    bench.time.after(20s, [this] { bench.control.end_now(); });
+    const Time start = bench.time.now();
+    EXPECT_THROW(transfer([this] { bench.link.pause(0.1); }), TransferCancelled);
+    EXPECT_EQ(bench.time.now() - start, 20s);
+}
+
+TEST_F(SerialLinkTest, a_clock_that_is_put_back_a_little_never_shortens_a_pause) {
+    bench.time.set_time_of_day(1000.0);
+    bench.time.after(30ms, [this] { bench.time.set_time_of_day(1000.01); });
+    EXPECT_GE(pause(0.1), 120ms);
+    bench.time.after(
+        10ms, [this] { bench.time.set_time_of_day(bench.time.seconds_since_midnight() - 5); });
+    const Time longer = pause(0.1);
+    EXPECT_GE(longer, 5100ms);
+    EXPECT_LE(longer, 5101ms);
+}
+
+TEST_F(SerialLinkTest, waiting_for_bytes_ends_with_the_event_that_brings_the_last_of_them) {
+    bench.link.open();
+    std::vector<int> seen;
+    bench.link.wait_for_bytes([](int count) { return count == 8; },
+                              [&](int count) { seen.push_back(count); });
+    EXPECT_EQ(seen.front(), 0);
+    EXPECT_EQ(seen.back(), 8);
+    // Eight bytes of eleven bits at 9600 baud.
+    EXPECT_GE(bench.time.now(), 9166us);
+    EXPECT_LE(bench.time.now(), 9167us);
+    EXPECT_EQ(hexadecimal(bench.link.take()), "0C 01 41 31 38 12 00 C9");
+}
+
+TEST_F(SerialLinkTest, waiting_for_bytes_has_no_limit_and_looks_every_50_ms) {
+    bench.link.open();
+    bench.time.after(30min, [this] { bench.control.end_now(); });
+    EXPECT_THROW(transfer([this] { bench.link.wait_for_bytes([](int) { return false; }); }),
+                 TransferCancelled);
+    EXPECT_EQ(bench.time.now(), 30min);
+    EXPECT_GE(bench.time.waits, 30 * 60 * 20);
+    EXPECT_LE(bench.time.waits, 30 * 60 * 20 + 8);
+    EXPECT_EQ(bench.time.longest_wait, 50ms);
+}
+
+TEST_F(SerialLinkTest, clearing_empties_the_status_line_and_window_caret_included) {
+    bench.Text1.text = "one\r\n";
+    bench.Text1.caret = 5;
+    bench.Label1.caption = "Listening...";
+    bench.link.clear_status();
+    EXPECT_EQ(bench.Text1.text.get(), "");
+    EXPECT_EQ(bench.Text1.caret.get(), 0U);
+    EXPECT_EQ(bench.Label1.caption.get(), "");
+}
+
+}  // namespace
+}  // namespace memwright::link_tests
