@@ -2,6 +2,12 @@
 
 namespace memwright::qt {
 
+// The window outlives the program that it shows, and must not look at it any more.
+Desktop::~Desktop() {
+    window.hide();
+    window.forget_program();
+}
+
 void Desktop::start(const std::string& file) {
     window.show_program(program);
     program.start();

@@ -23,6 +23,9 @@ class Desktop {
     // `ports`: devices named on the command line, by COM number.
     explicit Desktop(std::map<int, std::string> ports)
         : com_ports_(devices_, settings_, std::move(ports)) {}
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
 
     // Shows the window; opens `file` unless it is empty.
     void start(const std::string& file);

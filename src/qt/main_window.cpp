@@ -109,7 +109,14 @@ void MainWindow::show_program(Program& program) {
         caption.changed.connect([this, &caption] { setWindowTitle(from_utf8(caption)); }));
     show_accessibly(program.form);
     auto* const escape = new QShortcut(Qt::Key_Escape, this);
-    connect(escape, &QShortcut::activated, this, [this] { program_->escape_pressed(); });
+    connect(escape, &QShortcut::activated, this, [this] {
+        if (program_ != nullptr) program_->escape_pressed();
+    });
+}
+
+void MainWindow::forget_program() {
+    program_ = nullptr;
+    connections_.clear();
 }
 
 // A screen reader says the name of a label, so the name of the status line carries its text. When
@@ -215,7 +222,11 @@ void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     // Once the drop has ended: questions may follow, and the other program waits for its end.
     QMetaObject::invokeMethod(
-        this, [this, file] { program_->open_named(to_file_name(file)); }, Qt::QueuedConnection);
+        this,
+        [this, file] {
+            if (program_ != nullptr) program_->open_named(to_file_name(file));
+        },
+        Qt::QueuedConnection);
 }
 
 bool MainWindow::event(QEvent* event) {

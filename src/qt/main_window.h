@@ -19,6 +19,9 @@ class MainWindow final : public QMainWindow, public FormWindow {
     // Shows the program's form from now on and hands it the window's events.
     void show_program(Program& program);
 
+    // Hands it no more events.
+    void forget_program();
+
     const Binder& binder() const { return binder_; }
 
     WindowState state() const override;
