@@ -1,0 +1,17 @@
+// Windows need an application object. Without a display they are tested on Qt's offscreen platform,
+// with a screen as large as people have (screen.json).
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" MEMWRIGHT_SCREEN);
+    }
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}
