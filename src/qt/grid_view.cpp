@@ -14,7 +14,8 @@ constexpr int kCellMargin = 4;
 
 }  // namespace
 
-GridView::GridView(QWidget* parent) : QTableView(parent), corner_(new QLabel(this)) {
+GridView::GridView(QWidget* parent) : QTableView(parent), corner_(new CornerHeading(this)) {
+    setVerticalHeader(new RowLabels(this));
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setTabKeyNavigation(false);
@@ -27,8 +28,6 @@ GridView::GridView(QWidget* parent) : QTableView(parent), corner_(new QLabel(thi
         header->setSectionResizeMode(QHeaderView::Fixed);
         header->setHighlightSections(true);
     }
-    corner_->setContentsMargins(kCellMargin, 0, 0, 0);
-    corner_->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void GridView::show_grid(MSFlexGrid& grid) {
@@ -52,7 +51,7 @@ void GridView::apply_sizes() {
         setColumnHidden(col, col == 0 || grid_->ColWidth(col) == 0);
         setColumnWidth(col, pixels(*this, grid_->ColWidth(col)));
     }
-    corner_->setText(grid_->Rows() > 0 ? from_radio(grid_->TextMatrix(0, 0)) : QString());
+    corner_->set_text(grid_->Rows() > 0 ? from_radio(grid_->TextMatrix(0, 0)) : QString());
     show_current();
 }
 
@@ -79,6 +78,18 @@ void GridView::updateGeometries() {
     corner_->setGeometry(frameWidth(), frameWidth(), verticalHeader()->width(),
                          horizontalHeader()->height());
     corner_->raise();
+}
+
+// A table that cannot be used does not draw the eye to its current cell.
+void GridView::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTableView::initViewItemOption(option);
+    const auto of_disabled = [&](QPalette::ColorRole role) {
+        return palette().color(QPalette::Disabled, role);
+    };
+    option->palette.setColor(QPalette::Disabled, QPalette::Highlight,
+                             of_disabled(QPalette::Base));
+    option->palette.setColor(QPalette::Disabled, QPalette::HighlightedText,
+                             of_disabled(QPalette::Text));
 }
 
 }  // namespace memwright::qt

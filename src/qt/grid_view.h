@@ -3,9 +3,9 @@
 // The grid on the screen: headings and labels stay in sight, columns and rows have the grid's own
 // sizes, and the current cell follows the keyboard and the mouse.
 
-#include <QLabel>
 #include <QTableView>
 
+#include "qt/grid_headers.h"
 #include "qt/grid_model.h"
 
 namespace memwright::qt {
@@ -20,13 +20,14 @@ class GridView final : public QTableView {
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void changeEvent(QEvent* event) override;
     void updateGeometries() override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
 
   private:
     void apply_sizes();
     void show_current();
 
     MSFlexGrid* grid_ = nullptr;
-    QLabel* corner_;
+    CornerHeading* corner_;
     std::vector<Connection> connections_;
 };
 

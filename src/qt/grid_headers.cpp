@@ -1,0 +1,55 @@
+#include "qt/grid_headers.h"
+
+#include <QPainter>
+#include <QStyleOptionHeader>
+
+namespace memwright::qt {
+namespace {
+
+constexpr auto kAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+
+}  // namespace
+
+RowLabels::RowLabels(QWidget* parent) : QHeaderView(Qt::Vertical, parent) {
+    setSectionsClickable(true);
+    setHighlightSections(true);
+}
+
+void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) const {
+    constexpr int kRule = 1;
+    QStyleOptionHeaderV2 option;
+    initStyleOption(&option);
+    initStyleOptionForIndex(&option, section);
+    option.rect = rect;
+    painter->save();
+    painter->setClipRect(rect);
+    style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
+    option.rect = style()->subElementRect(QStyle::SE_HeaderLabel, &option, this);
+    option.rect.adjust(0, 0, 0, -kRule);
+    style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
+    painter->restore();
+}
+
+CornerHeading::CornerHeading(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void CornerHeading::set_text(const QString& text) {
+    text_ = text;
+    update();
+}
+
+void CornerHeading::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QStyleOptionHeader option;
+    option.initFrom(this);
+    option.state |= QStyle::State_Raised | QStyle::State_Horizontal;
+    option.orientation = Qt::Horizontal;
+    option.position = QStyleOptionHeader::Beginning;
+    option.section = 0;
+    option.text = text_;
+    option.textAlignment = kAlignment;
+    style()->drawControl(QStyle::CE_Header, &option, &painter, this);
+}
+
+}  // namespace memwright::qt

@@ -1,0 +1,35 @@
+#pragma once
+
+// The grid's label column, and the heading above it.
+
+#include <QHeaderView>
+#include <QString>
+#include <QWidget>
+
+namespace memwright::qt {
+
+// Labels in line with the cells beside them, whose lower edge is a ruled line.
+class RowLabels final : public QHeaderView {
+  public:
+    explicit RowLabels(QWidget* parent);
+
+  protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+};
+
+// Looks like the other headings.
+class CornerHeading final : public QWidget {
+  public:
+    explicit CornerHeading(QWidget* parent);
+
+    void set_text(const QString& text);
+    const QString& text() const { return text_; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QString text_;
+};
+
+}  // namespace memwright::qt
