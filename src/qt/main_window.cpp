@@ -83,12 +83,12 @@ void MainWindow::create_buttons() {
         QIcon icon;
     };
     const Description descriptions[] = {
+        {"TransferButton", QString(), QString(), {}},
         {"Command2", tr("Move up"), tr("Move the selected rows up"), arrow_icon(Qt::UpArrow)},
         {"Command1", tr("Move down"), tr("Move the selected rows down"), arrow_icon(Qt::DownArrow)},
         {"Command3", tr("Delete"), tr("Empty the selected rows"), {}},
         {"Command4", tr("Save"), tr("Take the table over into the memory image"), {}},
         {"Command5", tr("Load"), tr("Go back to what the memory image holds"), {}},
-        {"TransferButton", QString(), QString(), {}},
     };
     for (const Description& description : descriptions) {
         auto* const button = new QPushButton(canvas_);
