@@ -13,9 +13,9 @@ namespace {
 
 struct Channel {
     int number;  // within its bank
-    const char* frequency;
-    const char* mode;
-    const char* label;
+    char frequency[10];
+    char mode[4];
+    char label[layout::kLabelSize + 1];
     bool preferred = false;
 };
 
@@ -133,7 +133,7 @@ constexpr Setting kSettings[] = {
 // from 6912 on, two more from 7152 on.
 struct Limit {
     int offset;
-    const char* frequency;
+    char frequency[10];
     std::uint8_t mode;
 };
 

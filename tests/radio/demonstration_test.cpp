@@ -112,10 +112,11 @@ TEST_F(Demonstration, leaves_its_empty_memories_as_clearing_leaves_them) {
     modVR120 cleared(files_);
     cleared.ClearMem(0, 0);
     const auto all = memory_.MemoryImage.bytes();
-    for (int i = 0; i < 640; ++i) {
-        if (!memory_.GetMemFreq(i / 64, i % 64).empty()) continue;
-        const auto record = all.subspan(static_cast<std::size_t>(4 * i), 4);
-        const auto label = all.subspan(static_cast<std::size_t>(2560 + 6 * i), 6);
+    for (std::size_t i = 0; i < 640; ++i) {
+        const int index = static_cast<int>(i);
+        if (!memory_.GetMemFreq(index / 64, index % 64).empty()) continue;
+        const auto record = all.subspan(4 * i, 4);
+        const auto label = all.subspan(2560 + 6 * i, 6);
         EXPECT_TRUE(std::ranges::equal(record, cleared.MemoryImage.bytes().subspan(0, 4)));
         EXPECT_TRUE(std::ranges::equal(label, cleared.MemoryImage.bytes().subspan(2560, 6)));
     }

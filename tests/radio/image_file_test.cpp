@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 class ImageFile : public testing::Test {
   protected:
-    ImageFile() {
+    void SetUp() override {
         const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
         folder_ =
             fs::path(testing::TempDir()) / ("memwright-image-file-" + std::string(test->name()));
@@ -24,12 +24,7 @@ class ImageFile : public testing::Test {
         fs::create_directories(folder_);
         path_ = (folder_ / "image.120").string();
     }
-    ~ImageFile() override {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    ImageFile(const ImageFile&) = delete;
-    ImageFile& operator=(const ImageFile&) = delete;
+    void TearDown() override { fs::remove_all(folder_); }
 
     void write(const Bytes& bytes) const {
         std::ofstream file(path_, std::ios::binary);

@@ -67,9 +67,8 @@ Vr120Sim::Vr120Sim(const std::vector<std::string>& arguments) {
     posix_spawn_file_actions_adddup2(&actions, errors[1], STDERR_FILENO);
     std::vector<std::string> words = {VR120_SIM};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    for (std::string& word : words) pointers.push_back(word.data());
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(words.size() + 1, nullptr);
+    std::ranges::transform(words, pointers.begin(), [](std::string& word) { return word.data(); });
     EXPECT_EQ(posix_spawn(&pid_, VR120_SIM, &actions, nullptr, pointers.data(), environ), 0);
     posix_spawn_file_actions_destroy(&actions);
     ::close(output[1]);

@@ -52,18 +52,13 @@ void write_image(const Line& line, const MemoryImage& image) {
 
 class Vr120SimProgram : public testing::Test {
   protected:
-    Vr120SimProgram() {
+    void SetUp() override {
         const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
         folder_ = fs::path(testing::TempDir()) / ("vr120-sim-" + std::string(test->name()));
         fs::remove_all(folder_);
         fs::create_directories(folder_);
     }
-    ~Vr120SimProgram() override {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    Vr120SimProgram(const Vr120SimProgram&) = delete;
-    Vr120SimProgram& operator=(const Vr120SimProgram&) = delete;
+    void TearDown() override { fs::remove_all(folder_); }
 
     std::string file(const std::string& name) const { return (folder_ / name).string(); }
 
