@@ -1,7 +1,9 @@
 // vr120-sim: the simulated radio at the end of a pseudo-terminal.
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,9 @@
 
 namespace memwright::radio {
 namespace {
+
+// Bytes that arrive one shortly after the other are handed over together, as serial adapters do.
+constexpr Time kHandOver = std::chrono::milliseconds(4);
 
 constexpr int kFailed = 1;
 constexpr int kWrongArguments = 2;
@@ -43,6 +48,12 @@ void pass_on(const PseudoTerminal::Activity& activity, SimulatedRadio& radio) {
     if (!activity.bytes_after.empty()) radio.receive(activity.bytes_after, now);
 }
 
+std::optional<Time> next_hand_over(const SimulatedRadio& radio) {
+    const auto next = radio.next_event();
+    if (!next) return next;
+    return std::max(*next, PseudoTerminal::now() + kHandOver);
+}
+
 void run(SimulatedRadio& radio, PseudoTerminal& line, const std::string& save) {
     EventLines events;
     while (!stop_requested()) {
@@ -57,7 +68,7 @@ void run(SimulatedRadio& radio, PseudoTerminal& line, const std::string& save) {
             say("hung up");
             return;
         }
-        pass_on(line.wait(radio.next_event()), radio);
+        pass_on(line.wait(next_hand_over(radio)), radio);
     }
 }
 

@@ -8,24 +8,13 @@
 
 #include "platform/error.h"
 #include "radio/computer.h"
+#include "radio/temporary_folder.h"
 
 namespace memwright::radio {
 namespace {
 
-namespace fs = std::filesystem;
-
 class ImageFile : public testing::Test {
   protected:
-    void SetUp() override {
-        const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-        folder_ =
-            fs::path(testing::TempDir()) / ("memwright-image-file-" + std::string(test->name()));
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
-        path_ = (folder_ / "image.120").string();
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
     void write(const Bytes& bytes) const {
         std::ofstream file(path_, std::ios::binary);
         for (const std::uint8_t byte : bytes) file.put(static_cast<char>(byte));
@@ -36,20 +25,15 @@ class ImageFile : public testing::Test {
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    std::size_t files() const {
-        return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
-    }
-
-    fs::path folder_;
-    std::string path_;
+    TemporaryFolder folder_;
+    std::string path_ = folder_.file("image.120");
 };
 
 TEST_F(ImageFile, is_saved_byte_for_byte_and_nothing_else) {
     const MemoryImage image = random_image(40);
     save_image(path_, image);
     EXPECT_EQ(content(), bytes_of(image));
-    EXPECT_EQ(files(), 1U);
+    EXPECT_EQ(folder_.files(), 1U);
     EXPECT_EQ(load_image(path_), image);
 }
 
@@ -73,15 +57,14 @@ TEST_F(ImageFile, is_refused_if_it_is_too_short) {
 
 TEST_F(ImageFile, is_not_created_by_loading_it) {
     EXPECT_THROW(load_image(path_), FileError);
-    EXPECT_EQ(files(), 0U);
+    EXPECT_EQ(folder_.files(), 0U);
 }
 
 TEST_F(ImageFile, that_cannot_be_saved_leaves_nothing_behind) {
-    fs::create_directory(path_);
+    std::filesystem::create_directory(path_);
     EXPECT_THROW(save_image(path_, random_image(43)), FileError);
-    EXPECT_EQ(files(), 1U);
-    EXPECT_THROW(save_image((folder_ / "none" / "image.120").string(), random_image(43)),
-                 FileError);
+    EXPECT_EQ(folder_.files(), 1U);
+    EXPECT_THROW(save_image(folder_.file("none/image.120"), random_image(43)), FileError);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "radio/computer.h"
 #include "radio/demonstration.h"
 #include "radio/image_file.h"
+#include "radio/temporary_folder.h"
 #include "radio/vr120_sim_process.h"
 
 namespace memwright::radio {
@@ -52,17 +53,9 @@ void write_image(const Line& line, const MemoryImage& image) {
 
 class Vr120SimProgram : public testing::Test {
   protected:
-    void SetUp() override {
-        const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = fs::path(testing::TempDir()) / ("vr120-sim-" + std::string(test->name()));
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
-    }
-    void TearDown() override { fs::remove_all(folder_); }
+    std::string file(const std::string& name) const { return folder_.file(name); }
 
-    std::string file(const std::string& name) const { return (folder_ / name).string(); }
-
-    fs::path folder_;
+    TemporaryFolder folder_;
 };
 
 TEST_F(Vr120SimProgram, prints_the_path_of_a_raw_terminal_first) {
@@ -153,7 +146,7 @@ TEST_F(Vr120SimProgram, reports_a_wrong_checksum_and_saves_nothing) {
     EXPECT_EQ(sim.line(),
               "received in part or damaged, not kept: 240 blocks, 1 checksum error, 0 order "
               "errors, 0 content errors, 0 stray bytes");
-    EXPECT_TRUE(fs::is_empty(folder_));
+    EXPECT_EQ(folder_.files(), 0U);
 }
 
 TEST_F(Vr120SimProgram, tells_when_it_cannot_save) {
