@@ -112,16 +112,11 @@ PseudoTerminal::PseudoTerminal() {
     }
     path_ = name;
     start_watch();
-    // Also makes the system report that nobody has the other end open: before it was opened once,
-    // it does not.
+    // Before the other end was opened once, the system does not tell that nobody has it open.
     discard_unread();
     make_raw();
-#ifdef __linux__
-    // A watch that does not see this opening sees none.
-    std::array<char, sizeof(inotify_event)> event{};
-    if (watch_ >= 0 && read(watch_, event.data(), event.size()) <= 0) close_if_open(watch_);
     ask_watch();
-#endif
+    told_ = {};
 }
 
 PseudoTerminal::~PseudoTerminal() {
@@ -138,24 +133,31 @@ PseudoTerminal::Activity PseudoTerminal::wait(std::optional<Time> until) {
         const int look = static_cast<int>(kLookForOpening.count());
         timeout = timeout < 0 ? look : std::min(timeout, look);
     }
+    if (!open_ && is_open()) timeout = 0;
     if (poll(watched.data(), watched.size(), timeout) < 0 && errno != EINTR) fail("wait");
     return look();
 }
 
+// The order matters, as the other end may do something between any two steps. The system tells of a
+// closing before the terminal counts as closed, and of an opening after it counts as open.
 PseudoTerminal::Activity PseudoTerminal::look() {
-    const Seen seen = ask_watch();
-    const bool was_open = std::exchange(open_, is_open());
-    Activity activity;
     auto bytes = read_all();
-    if (was_open) {
-        activity.closed = !open_ || seen.reopened;
-        activity.opened = open_ && seen.reopened;
-        const bool to_new_opening = activity.opened && seen.written_last;
-        (to_new_opening ? activity.bytes_after : activity.bytes_before) = std::move(bytes);
-    } else {
+    const bool was_open = std::exchange(open_, is_open());
+    const Seen seen = ask_watch();
+    if (!open_) told_ = {};
+    Activity activity;
+    activity.closed = was_open && (!open_ || seen.reopened);
+    activity.opened = open_ && (!was_open || seen.reopened);
+    if (activity.closed && !seen.written_since) {
+        const auto rest = read_all();
+        bytes.insert(bytes.end(), rest.begin(), rest.end());
+    }
+    if (was_open && !(seen.reopened && seen.written_since)) {
+        activity.bytes_before = std::move(bytes);
+    } else if (!bytes.empty()) {
         // Bytes at a closed end: it was opened and closed since; the next look finds it closed.
-        open_ = open_ || !bytes.empty();
-        activity.opened = open_;
+        open_ = true;
+        activity.opened = true;
         activity.bytes_after = std::move(bytes);
     }
     if (activity.closed) {
@@ -209,8 +211,12 @@ void PseudoTerminal::make_raw() {
 
 // A serial port does not keep for its next user what the last one left unread.
 void PseudoTerminal::discard_unread() {
-    const OtherEnd other(path_);
-    if (other.get() >= 0) tcflush(other.get(), TCIFLUSH);
+    unwatch_path();
+    {
+        const OtherEnd other(path_);
+        if (other.get() >= 0) tcflush(other.get(), TCIFLUSH);
+    }
+    watch_path();
 }
 
 bool PseudoTerminal::is_open() const {
@@ -231,31 +237,56 @@ std::vector<std::uint8_t> PseudoTerminal::read_all() {
     }
 }
 
-// The watch tells what a look at the moment's state misses: that the other end was closed and at
-// once opened again.
+// The watch tells what a look at the present state misses: that the other end was closed and opened
+// again at once.
 #ifdef __linux__
 
 void PseudoTerminal::start_watch() {
     watch_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    watch_path();
+    { const OtherEnd other(path_); }
+    // A watch that does not see this opening sees none.
+    std::array<char, sizeof(inotify_event)> event{};
+    if (watch_ >= 0 && read(watch_, event.data(), event.size()) <= 0) close_if_open(watch_);
+}
+
+void PseudoTerminal::watch_path() {
     if (watch_ < 0) return;
-    constexpr auto kEvents = IN_OPEN | IN_CLOSE | IN_MODIFY;
-    if (inotify_add_watch(watch_, path_.c_str(), kEvents) < 0) close_if_open(watch_);
+    watch_of_path_ = inotify_add_watch(watch_, path_.c_str(), IN_OPEN | IN_CLOSE | IN_MODIFY);
+    if (watch_of_path_ < 0) close_if_open(watch_);
+}
+
+void PseudoTerminal::unwatch_path() {
+    if (watch_ >= 0) inotify_rm_watch(watch_, watch_of_path_);
 }
 
 PseudoTerminal::Seen PseudoTerminal::ask_watch() {
     Seen seen;
-    bool closed = false;
+    const auto take = [&](std::uint32_t what) {
+        if ((what & IN_OPEN) != 0) {
+            if (told_.closed) {
+                told_ = {.opened = true};
+                seen = {.reopened = true};
+            } else if (std::exchange(told_.opened, true)) {
+                ++told_.others;
+            }
+        }
+        if ((what & IN_MODIFY) != 0) seen.written_since = seen.reopened;
+        if ((what & IN_CLOSE) != 0) {
+            if (told_.others > 0) {
+                --told_.others;
+            } else {
+                told_.closed = true;
+            }
+        }
+    };
     std::array<char, 64 * sizeof(inotify_event)> events{};
     ssize_t length = 0;
     while (watch_ >= 0 && (length = read(watch_, events.data(), events.size())) > 0) {
         inotify_event event{};
         for (ssize_t at = 0; at < length; at += static_cast<ssize_t>(sizeof event + event.len)) {
             std::memcpy(&event, events.data() + at, sizeof event);
-            if ((event.mask & IN_CLOSE) != 0) closed = true;
-            if ((event.mask & IN_OPEN) != 0 && closed) {
-                seen = {.reopened = true, .written_last = false};
-            }
-            if ((event.mask & IN_MODIFY) != 0) seen.written_last = seen.reopened;
+            take(event.mask);
         }
     }
     return seen;
@@ -264,7 +295,8 @@ PseudoTerminal::Seen PseudoTerminal::ask_watch() {
 #else
 
 void PseudoTerminal::start_watch() {}
-
+void PseudoTerminal::watch_path() {}
+void PseudoTerminal::unwatch_path() {}
 PseudoTerminal::Seen PseudoTerminal::ask_watch() { return {}; }
 
 #endif

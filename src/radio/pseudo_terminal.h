@@ -47,14 +47,25 @@ class PseudoTerminal {
     void hang_up();
 
   private:
-    // What the watch saw of the other end since it was last asked.
+    // What the watch saw of the other end since it was last asked: it was closed and opened again,
+    // and written to after that.
     struct Seen {
         bool reopened = false;
-        bool written_last = false;  // after the other end was opened
+        bool written_since = false;
+    };
+
+    // What the watch has told of the present opening of the line. Others may open and close the
+    // terminal meanwhile, to look at its settings, say.
+    struct Told {
+        bool opened = false;
+        bool closed = false;
+        int others = 0;
     };
 
     void make_raw();
     void start_watch();
+    void watch_path();
+    void unwatch_path();
     Seen ask_watch();
     Activity look();
     bool is_open() const;
@@ -64,6 +75,8 @@ class PseudoTerminal {
     std::string path_;
     int master_ = -1;
     int watch_ = -1;  // where the system tells of openings; -1: looked for now and then
+    int watch_of_path_ = -1;
+    Told told_;
     bool open_ = false;
 };
 
