@@ -21,7 +21,7 @@ std::string refused_line(QSerialPort& port, const PortProperties& properties) {
     if (!port.setDataBits(line.data_bits)) return "number of data bits";
     if (!port.setStopBits(line.stop_bits)) return "number of stop bits";
     // A driver may drop what it cannot do without a word.
-    const std::string dropped = port_handle::refused_setting(port.handle(), line);
+    std::string dropped = port_handle::refused_setting(port.handle(), line);
     if (!dropped.empty()) return dropped;
     if (!port.setDataTerminalReady(properties.dtr_enable)) return "modem line DTR";
     // With RTS/CTS the line is the driver's own.
@@ -45,7 +45,7 @@ std::string set_up_port(QSerialPort& port, const PortProperties& properties, boo
     port.setReadBufferSize(properties.in_buffer_size);
     if (!port.setBaudRate(parse_line_settings(properties.settings).baud)) return "baud rate";
     if (!port.setFlowControl(flow_control_of(properties.handshaking))) return "handshaking";
-    const std::string refused = refused_line(port, properties);
+    std::string refused = refused_line(port, properties);
     if (!refused.empty() && !may_lack_lines) return refused;
     // Last, because the others set the same flags.
     if (!port_handle::set_reception(port.handle(), properties.r_threshold)) return "reception";

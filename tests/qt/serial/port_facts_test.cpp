@@ -117,13 +117,13 @@ TEST_F(PortFactsTest, a_device_that_nobody_may_use_is_a_matter_of_permission) {
 }
 
 TEST_F(PortFactsAsRoot, the_group_to_join_is_the_devices_and_the_user_is_the_one_who_runs) {
-    const group* const group = getgrnam("dialout");
+    const group* const group = getgrnam("tty");
     ASSERT_NE(group, nullptr);
     ASSERT_EQ(chown(line_.path().c_str(), 0, group->gr_gid), 0);
     ASSERT_EQ(chmod(line_.path().c_str(), 0660), 0);
     EXPECT_THAT(diagnosis_without_rights(nobodys_group_),
-                HasSubstr("belongs to the group dialout, and you are not in it. Run  sudo usermod "
-                          "-aG dialout nobody  and log in again."));
+                HasSubstr("belongs to the group tty, and you are not in it. Run  sudo usermod "
+                          "-aG tty nobody  and log in again."));
 }
 
 TEST_F(PortFactsAsRoot, a_group_joined_since_the_login_is_told_from_one_not_joined) {

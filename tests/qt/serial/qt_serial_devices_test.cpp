@@ -19,7 +19,7 @@ class QtSerialDevicesTest : public ::testing::Test {
         std::string pattern = (fs::temp_directory_path() / "memwright-tty-XXXXXX").string();
         folder_ = mkdtemp(pattern.data());
     }
-    ~QtSerialDevicesTest() override { fs::remove_all(folder_); }
+    void TearDown() override { fs::remove_all(folder_); }
 
     void add_port(const std::string& name, const std::string& type) {
         fs::create_directories(folder_ / name);

@@ -21,7 +21,7 @@ class QtSerialPortOpening : public PortBench {
         std::string pattern = (fs::temp_directory_path() / "memwright-port-XXXXXX").string();
         folder_ = mkdtemp(pattern.data());
     }
-    ~QtSerialPortOpening() override { fs::remove_all(folder_); }
+    void TearDown() override { fs::remove_all(folder_); }
 
     std::string refusal() {
         return error_of([this] { port_.PortOpen(true); });
