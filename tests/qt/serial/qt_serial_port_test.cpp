@@ -119,7 +119,7 @@ TEST_F(QtSerialPortBytes, forty_thousand_bytes_pass_in_order) {
     EXPECT_EQ(got, sent);
 }
 
-TEST_F(QtSerialPortBytes, forty_thousand_bytes_out_leave_in_order_as_the_other_end_reads) {
+TEST_F(QtSerialPortBytes, twenty_thousand_bytes_leave_in_order_as_the_other_end_reads) {
     Bytes sent(20000), got;
     for (std::size_t i = 0; i < sent.size(); ++i) sent[i] = static_cast<std::uint8_t>(i * 31 >> 3);
     port_.Output(std::span(sent).first(15000));
@@ -171,7 +171,11 @@ TEST_F(QtSerialPortLimits, bytes_past_the_in_buffer_size_are_kept_too) {
 TEST_F(QtSerialPortLimits, an_input_length_takes_that_many_bytes_at_a_time) {
     port_.InputLen(5);
     open();
-    line_.send(Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+    // The first eight are fetched by the event loop, the others still lie with the system.
+    line_.send(Bytes{1, 2, 3, 4, 5, 6, 7, 8});
+    ASSERT_TRUE(spin_until([&] { return port_.InBufferCount() == 8; }));
+    QCoreApplication::processEvents();
+    line_.send(Bytes{9, 10, 11, 12});
     ASSERT_TRUE(spin_until([&] { return port_.InBufferCount() == 12; }));
     EXPECT_THAT(port_.Input(), ElementsAre(1, 2, 3, 4, 5));
     EXPECT_THAT(port_.Input(), ElementsAre(6, 7, 8, 9, 10));
