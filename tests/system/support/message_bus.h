@@ -1,0 +1,49 @@
+// The one private D-Bus bus of a test. It is the programs' session bus and carries the
+// accessibility protocol as well, and this connection answers the programs' question where that
+// is (the service org.a11y.Bus), so that nothing has to be activated or awaited lazily.
+// Errors: std::runtime_error when the bus cannot be reached; NotThere when a call fails, since the
+// object or its program may just be coming or going.
+
+#pragma once
+
+#include <gio/gio.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace memwright::systest {
+
+struct VariantDeleter {
+    void operator()(GVariant* value) const { g_variant_unref(value); }
+};
+using Variant = std::unique_ptr<GVariant, VariantDeleter>;
+
+// An object of a program on the bus.
+struct ObjectName {
+    std::string owner;
+    std::string path;
+    friend bool operator==(const ObjectName&, const ObjectName&) = default;
+};
+
+class MessageBus {
+  public:
+    explicit MessageBus(std::string address);
+    ~MessageBus();
+    MessageBus(const MessageBus&) = delete;
+    MessageBus& operator=(const MessageBus&) = delete;
+
+    // Takes over floating arguments. The result is the tuple of what the method returns.
+    Variant call(const ObjectName& object, const char* interface, const char* method,
+                 GVariant* arguments = nullptr) const;
+    Variant property(const ObjectName& object, const char* interface, const char* name) const;
+
+    bool has_owner(const std::string& name) const;
+    std::uint32_t process_of(const std::string& owner) const;
+
+  private:
+    std::string address_;
+    GDBusConnection* connection_ = nullptr;
+};
+
+}  // namespace memwright::systest

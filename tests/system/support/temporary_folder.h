@@ -1,0 +1,25 @@
+// A private folder that goes away with the test. A small guard process deletes it should the test
+// crash; it notices because its end of a pipe closes.
+
+#pragma once
+
+#include <filesystem>
+
+namespace memwright::systest {
+
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+    int guard_pipe_ = -1;
+    int guard_ = -1;
+};
+
+}  // namespace memwright::systest
