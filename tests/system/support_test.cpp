@@ -205,21 +205,20 @@ TEST_F(SystemKeyboard, a_message_box_takes_each_of_its_three_answers) {
         {"Alt+Y", "yes"}, {"Alt+N", "no"}, {"Esc", "cancel"}};
     for (const auto& [key, answer] : answers) {
         sample.choose({"Options", "Ask"});
-        const Accessible box = sample.dialog("Sample asks");
-        box.find({.role = Role::kLabel, .name = "Save the changes?"});
+        sample.message_box("Sample asks", "Save the changes?");
         keyboard.press(key);
         expect_status(answer);
-        EXPECT_FALSE(sample.has_dialog("Sample asks"));
+        EXPECT_FALSE(sample.has_window("Sample asks"));
     }
 }
 
 TEST_F(SystemWindow, a_close_is_refused_with_cancel_and_carried_out_otherwise) {
     desktop.window("Sample").close();
-    mouse.click(sample.dialog("Sample asks").button("Cancel"));
+    mouse.click(sample.message_box("Sample asks").button("Cancel"));
     expect_status("stays");
     sample.main_window("Sample");
     keyboard.press("Alt+F4");
-    mouse.click(sample.dialog("Sample asks").button("No"));
+    mouse.click(sample.message_box("Sample asks").button("No"));
     EXPECT_EQ(sample.wait_for_exit(), ExitStatus{});
     EXPECT_EQ(sample.output(), "stays\ncloses\n");
 }
@@ -227,7 +226,7 @@ TEST_F(SystemWindow, a_close_is_refused_with_cancel_and_carried_out_otherwise) {
 TEST_F(SystemWindow, the_active_window_is_the_one_in_front) {
     EXPECT_EQ(desktop.active_title(), "Sample");
     sample.choose({"Options", "Ask"});
-    const Accessible box = sample.dialog("Sample asks");
+    const Accessible box = sample.message_box("Sample asks");
     EXPECT_EQ(desktop.active_title(), "Sample asks");
     mouse.click(box.button("No"));
     box.wait_gone();
@@ -246,7 +245,7 @@ TEST_F(SystemFileDialog, an_existing_file_is_asked_about_first) {
     std::ofstream(file) << "x";
     sample.choose({"File", "Save As..."});
     enter_path(sample, "Save a file", file);
-    mouse.click(sample.dialog("Save a file").find({.role = Role::kPushButton, .name = "Yes"}));
+    mouse.click(sample.message_box("Save a file", "there.120 already exists").button("Yes"));
     expect_status("save " + file.string());
 }
 

@@ -25,6 +25,7 @@ namespace {
 
 class Grid : public QAbstractTableModel {
   public:
+    using QAbstractTableModel::QAbstractTableModel;
     int rowCount(const QModelIndex&) const override { return 640; }
     int columnCount(const QModelIndex&) const override { return 5; }
     QVariant data(const QModelIndex& at, int role) const override {
@@ -43,11 +44,11 @@ class Sample : public QMainWindow {
         setWindowTitle("Sample");
         resize(700, 500);
         auto* centre = new QWidget;
-        auto* layout = new QVBoxLayout(centre);
+        centre->setLayout(layout_);
         status_->setAccessibleDescription("Status");
         edit_->setAccessibleName("Entry");
         table_->setAccessibleName("Grid");
-        table_->setModel(new Grid);
+        table_->setModel(new Grid(table_));
         progress_->setAccessibleName("Progress");
         progress_->setValue(40);
         choice_->setAccessibleName("Choice");
@@ -55,7 +56,7 @@ class Sample : public QMainWindow {
         button_->setContextMenuPolicy(Qt::CustomContextMenu);
         for (QWidget* widget : std::initializer_list<QWidget*>{status_, edit_, choice_, check_,
                                                                progress_, button_, table_}) {
-            layout->addWidget(widget);
+            layout_->addWidget(widget);
         }
         setCentralWidget(centre);
         add_menu();
@@ -122,6 +123,7 @@ class Sample : public QMainWindow {
         std::fflush(stdout);
     }
 
+    QVBoxLayout* layout_ = new QVBoxLayout;
     QLabel* status_ = new QLabel("started");
     QLineEdit* edit_ = new QLineEdit;
     QComboBox* choice_ = new QComboBox;

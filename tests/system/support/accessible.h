@@ -24,6 +24,7 @@ class Application;
 struct Query {
     std::optional<Role> role = {};
     std::optional<std::string> name = {};
+    std::optional<std::string> name_part = {};  // somewhere in its name
     std::optional<std::string> description = {};
     bool showing = false;  // only what is on the screen
 };
@@ -59,6 +60,7 @@ class Accessible {
     std::string row_heading(int row) const;
 
     std::vector<Accessible> children() const;
+    bool matches(const Query& query) const;
 
     // The first in the order of the tree, this element's children first. The inside of tables,
     // lists and trees is not searched, except from there: it has thousands of elements.
@@ -82,7 +84,6 @@ class Accessible {
     }
 
   private:
-    bool matches(const Query& query) const;
     bool has_interface(std::string_view name) const;
     Variant call(const char* interface, const char* method, GVariant* arguments = nullptr) const;
     Variant property(const char* interface, const char* name) const;

@@ -19,12 +19,14 @@ std::ostream& operator<<(std::ostream& out, const Query& query) {
     if (query.showing) out << " on the screen";
     if (query.role) out << " of " << *query.role;
     if (query.name) out << " called '" << *query.name << "'";
+    if (query.name_part) out << " with '" << *query.name_part << "' in its name";
     if (query.description) out << " described as '" << *query.description << "'";
     return out;
 }
 
 bool Accessible::matches(const Query& query) const {
     return (!query.role || role() == *query.role) && (!query.name || name() == *query.name) &&
+           (!query.name_part || name().find(*query.name_part) != std::string::npos) &&
            (!query.description || description() == *query.description) &&
            (!query.showing || showing());
 }

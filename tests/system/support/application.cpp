@@ -3,6 +3,7 @@
 #include <charconv>
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 #include "system/support/message_bus.h"
 #include "system/support/mouse.h"
@@ -76,39 +77,56 @@ Accessible Application::find(const Query& query, Milliseconds patience) const {
     return root().find(query, patience);
 }
 
-Accessible Application::window(Role first, Role second, std::string_view title,
-                               Milliseconds patience) const {
+Accessible Application::active_window(const Query& query, std::string_view text,
+                                      Milliseconds patience) const {
     const Accessible top = root();
     std::optional<Accessible> found;
     const auto look = [&] {
         require_running();
-        for (const Role role : {first, second}) {
-            found = top.find_now({.role = role, .name = std::string(title), .showing = true});
-            if (found && found->is(State::kActive)) return true;
+        for (const Accessible& window : top.children()) {
+            if (window.matches(query) && window.is(State::kActive) &&
+                (text.empty() ||
+                 window.find_now({.role = Role::kLabel, .name_part = std::string(text)}))) {
+                found = window;
+            }
         }
-        return false;
+        return found.has_value();
     };
-    if (wait_until(look, patience)) {
-        // The program may hear of its focus before the window manager does.
-        desktop().display().manager_is_done(patience);
-        return *found;
+    if (!wait_until(look, patience)) {
+        std::ostringstream problem;
+        problem << "There is not, holding the keyboard, " << query << " saying '" << text
+                << "'. The program's tree is:\n"
+                << tree();
+        throw NotThere(problem.str());
     }
-    throw NotThere("No window '" + std::string(title) +
-                   "' is there and active. The program's tree is:\n" + tree());
+    // The program may hear of its focus before the window manager does.
+    desktop().display().manager_is_done(patience);
+    return *found;
 }
 
 Accessible Application::main_window(std::string_view title) const {
-    return window(Role::kFrame, Role::kFrame, title, kPatience);
+    return active_window({.role = Role::kFrame, .name = std::string(title), .showing = true}, {},
+                         kPatience);
 }
 
 Accessible Application::dialog(std::string_view title, Milliseconds patience) const {
-    return window(Role::kDialog, Role::kAlert, title, patience);
+    return active_window({.role = Role::kDialog, .name = std::string(title), .showing = true}, {},
+                         patience);
 }
 
-bool Application::has_dialog(std::string_view title) const {
-    for (const Role role : {Role::kDialog, Role::kAlert}) {
-        if (root().find_now({.role = role, .name = std::string(title), .showing = true})) {
-            return true;
+Accessible Application::message_box(std::string_view title, std::string_view text,
+                                    Milliseconds patience) const {
+    return active_window({.role = Role::kAlert, .name = std::string(title), .showing = true}, text,
+                         patience);
+}
+
+bool Application::has_window(std::string_view title) const {
+    const Query query{.name = std::string(title), .showing = true};
+    for (const Accessible& window : root().children()) {
+        try {
+            if (window.matches(query)) return true;
+        } catch (const NotThere&) {
+            continue;  // closed since
         }
     }
     return false;

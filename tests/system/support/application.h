@@ -25,9 +25,14 @@ class Application : public Program {
 
     // The main window, once it holds the keyboard.
     Accessible main_window(std::string_view title) const;
-    // A dialog or message box, once it holds the keyboard.
+    // A dialog, once it holds the keyboard.
     Accessible dialog(std::string_view title, Milliseconds patience = kPatience) const;
-    bool has_dialog(std::string_view title) const;
+    // A message box that says the text (a part will do), once it holds the keyboard.
+    Accessible message_box(std::string_view title, std::string_view text = {},
+                           Milliseconds patience = kPatience) const;
+    // Whether a window of any kind is open under that title now. To see that none comes up, settle
+    // first.
+    bool has_window(std::string_view title) const;
 
     // Opens the menus with the mouse and clicks the last item.
     void choose(std::initializer_list<std::string_view> path) const;
@@ -40,7 +45,8 @@ class Application : public Program {
     std::string tree() const;
 
   private:
-    Accessible window(Role first, Role second, std::string_view title, Milliseconds patience) const;
+    Accessible active_window(const Query& query, std::string_view text,
+                             Milliseconds patience) const;
 
     double scale_ = 1;
     mutable std::string owner_;  // its name on the bus, once known

@@ -23,7 +23,7 @@ std::filesystem::path absolute_program(const std::filesystem::path& program) {
     std::istringstream folders(std::string(path != nullptr ? path : "/usr/bin:/bin") +
                                ":/usr/libexec:/usr/lib/at-spi2-core:/usr/lib");
     for (std::string folder; std::getline(folders, folder, ':');) {
-        const auto candidate = std::filesystem::path(folder) / program;
+        auto candidate = std::filesystem::path(folder) / program;
         if (access(candidate.c_str(), X_OK) == 0) return candidate;
     }
     throw std::runtime_error("Cannot start '" + program.string() +
@@ -33,6 +33,7 @@ std::filesystem::path absolute_program(const std::filesystem::path& program) {
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> result;
+    result.reserve(texts.size() + 1);
     for (std::string& text : texts) result.push_back(text.data());
     result.push_back(nullptr);
     return result;
