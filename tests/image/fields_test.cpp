@@ -195,9 +195,11 @@ TEST_F(Fields, ClearMem_makes_the_empty_memory_and_touches_no_other) {
         return std::ranges::equal(store_->MemoryImage.bytes().subspan(first, size),
                                   before.bytes().subspan(first, size));
     };
-    EXPECT_TRUE(untouched(0, 4 * kIndex));
-    EXPECT_TRUE(untouched(4 * kIndex + 4, 2560 + 6 * kIndex - (4 * kIndex + 4)));
-    EXPECT_TRUE(untouched(2560 + 6 * kIndex + 6, 7392 - (2560 + 6 * kIndex + 6)));
+    constexpr std::size_t kRecord = 4UL * kIndex;
+    constexpr std::size_t kLabel = 2560 + 6UL * kIndex;
+    EXPECT_TRUE(untouched(0, kRecord));
+    EXPECT_TRUE(untouched(kRecord + 4, kLabel - (kRecord + 4)));
+    EXPECT_TRUE(untouched(kLabel + 6, 7392 - (kLabel + 6)));
 }
 
 TEST_F(Fields, the_last_memory_has_its_label_right_before_the_settings) {

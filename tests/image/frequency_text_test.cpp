@@ -129,7 +129,8 @@ TEST(FormatFreqText, agrees_with_whole_numbers_on_random_numbers) {
             random.text("0", 2) + std::to_string(random.between(0, highest[random.between(0, 4)]));
         const std::string decimals = random.text(random.coin() ? "0123456789" : "0257", 8);
         const bool bare = decimals.empty() && random.coin();
-        const std::string typed = bare ? integer : integer + "." + decimals;
+        std::string typed = integer;
+        if (!bare) typed.append(".").append(decimals);
         ASSERT_EQ(formatted(typed), plain_format(integer, decimals)) << '"' << typed << '"';
     }
 }

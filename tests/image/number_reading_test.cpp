@@ -105,8 +105,9 @@ TEST(NumberReading, writing_what_was_read_drops_only_needless_zeros) {
         expected.erase(0, expected.find_first_not_of('0'));
         if (expected.empty()) expected = "0";
         const auto last = decimals.find_last_not_of('0');
-        if (last != std::string::npos) expected += "." + decimals.substr(0, last + 1);
-        const std::string typed = integer + "." + decimals + random.text("xe -+.,", 3);
+        if (last != std::string::npos) expected.append(".").append(decimals, 0, last + 1);
+        std::string typed = integer;
+        typed.append(".").append(decimals).append(random.text("xe -+.,", 3));
         ASSERT_EQ(shortest_text(leading_number(typed)), expected) << '"' << typed << '"';
     }
 }
