@@ -1,0 +1,197 @@
+// Clone transfers as an owner sees them: the built program, the built simulated radio, real keys
+// and clicks.
+
+#include <gmock/gmock.h>
+
+#include "image/mod_vr120.h"
+#include "platform/native_file_system.h"
+#include "radio/demonstration.h"
+#include "system/memwright_desktop.h"
+
+namespace memwright::systest {
+namespace {
+
+using testing::ElementsAreArray;
+using testing::Eq;
+using testing::HasSubstr;
+
+using SystemTransfer = MemwrightDesktop;
+
+TEST_F(SystemTransfer, the_memories_of_a_radio_are_read_saved_opened_and_written_to_a_radio) {
+    plug_in();
+    start();
+    EXPECT_FALSE(grid().enabled());
+    read_to_end();
+    EXPECT_TRUE(grid().enabled());
+    EXPECT_EQ(cell(1, 1), "TOWER");
+    EXPECT_EQ(cell(1, 2), "118.10000");
+    EXPECT_EQ(cell(1, 3), "AM");
+    EXPECT_EQ(cell(1, 4), "On");
+
+    const auto saved = file("mine.120");
+    save_as(file("mine"));
+    wait_for_caption(std::string(kTitle) + " - " + file("mine").string() + ".120");
+    const MemoryImage expected = through_the_table(radio::demonstration_memory());
+    EXPECT_THAT(file_bytes(saved), ElementsAreArray(expected.bytes()));
+
+    open(saved);
+    EXPECT_EQ(cell(1, 1), "TOWER");
+    choose("Transfer", "Write To VR-120");
+    answer("Write To VR-120", kWriteInstructions, "OK");
+    expect_status("Write To VR-120 complete.", kTransferPatience);
+    radio->wait_for_line("received");
+    EXPECT_EQ(file_bytes(radio_file()), file_bytes(saved));
+    EXPECT_TRUE(grid().enabled());
+}
+
+TEST_F(SystemTransfer, cancel_in_the_instructions_of_a_read_reads_nothing) {
+    plug_in({"--mode", "send"});
+    start();
+    choose("Transfer", "Read from VR-120");
+    answer("Read From VR-120", kReadInstructions, "Cancel");
+    expect_status("");
+    program->settle();
+    EXPECT_FALSE(grid().enabled());
+    EXPECT_TRUE(main().menu_item("Open").enabled());
+    EXPECT_THAT(radio->output(), testing::Not(HasSubstr("sending")));
+}
+
+TEST_F(SystemTransfer, cancel_in_the_instructions_of_a_write_writes_all_the_same) {
+    plug_in({"--mode", "receive"});
+    const auto image = file("demo.120");
+    write_file(image, through_the_table(radio::demonstration_memory()).bytes());
+    start({image.string()});
+    wait_for_caption(std::string(kTitle) + " - " + image.string());
+    choose("Transfer", "Write To VR-120");
+    answer("Write To VR-120", kWriteInstructions, "Cancel");
+    expect_status("Write To VR-120 complete.", kTransferPatience);
+    radio->wait_for_line("received");
+    EXPECT_EQ(file_bytes(radio_file()), file_bytes(image));
+}
+
+TEST_F(SystemTransfer, a_wrong_checksum_ends_as_a_read_does) {
+    plug_in({"--mode", "send", "--fault", "checksum@0"});
+    start();
+    read_to_end();
+    EXPECT_EQ(cell(1, 1), "TOWER");
+}
+
+TEST_F(SystemTransfer, a_block_past_the_memory_is_left_out) {
+    plug_in({"--mode", "send", "--fault", "block-number@0"});
+    start();
+    read_to_end();
+    // What block 1 holds comes first then: the memory of row 9.
+    NativeFileSystem files;
+    modVR120 store(files);
+    store.MemoryImage = radio::demonstration_memory();
+    EXPECT_EQ(cell(1, 2), store.GetMemFreq(0, 8));
+}
+
+TEST_F(SystemTransfer, frames_in_place_of_blocks_are_acknowledged_again) {
+    plug_in({"--mode", "send", "--short-frame", "0", "0", "117", "239"});
+    start();
+    read_to_end();
+    EXPECT_EQ(cell(1, 1), "TOWER");
+}
+
+class SystemHangUp : public MemwrightDesktop, public testing::WithParamInterface<const char*> {};
+
+TEST_P(SystemHangUp, gives_one_report_and_the_port_opens_again) {
+    plug_in({"--mode", "send", "--fault", std::string("hang-up@") + GetParam()});
+    start();
+    read();
+    const Accessible report = program->message_box("Memwright", "COM 1", kTransferPatience);
+    EXPECT_THAT(report.tree(), HasSubstr("hung up"));
+    mouse.click(report.button("OK"));
+    report.wait_gone();
+    program->settle();
+    EXPECT_FALSE(program->has_window("Memwright"));
+    EXPECT_FALSE(grid().enabled());
+    EXPECT_FALSE(main().menu_item("File").enabled());
+
+    mouse.click(transfer_button("Unlock"));
+    main().menu_item("File").wait_for(State::kEnabled);
+    plug_in({"--mode", "send"});
+    read();
+    expect_status("Reading from VR-120: 1% complete...", kTransferPatience);
+    keyboard.press("Esc");
+    expect_status("Read from VR-120 cancelled.");
+}
+
+INSTANTIATE_TEST_SUITE_P(SystemTransfer, SystemHangUp,
+                         testing::Values("opening:0", "3:17", "closing:4"), [](const auto& place) {
+                             const std::string text = place.param;
+                             return "at_" + text.substr(0, text.find(':'));
+                         });
+
+TEST_F(SystemTransfer, a_cancelled_read_leaves_the_table_and_the_file_name_as_they_were) {
+    plug_in({"--mode", "send"});
+    const auto image = file("demo.120");
+    write_file(image, through_the_table(radio::demonstration_memory()).bytes());
+    start({image.string()});
+    const std::string caption = std::string(kTitle) + " - " + image.string();
+    wait_for_caption(caption);
+    read();
+    expect_status("Reading from VR-120: 1% complete...", kTransferPatience);
+    mouse.click(transfer_button("Cancel"));
+    expect_status("Read from VR-120 cancelled.");
+    wait_for_caption(caption);
+    EXPECT_TRUE(grid().enabled());
+    EXPECT_EQ(cell(1, 1), "TOWER");
+    choose("File", "Save");
+    program->settle();
+    EXPECT_THAT(file_bytes(image),
+                ElementsAreArray(through_the_table(radio::demonstration_memory()).bytes()));
+}
+
+TEST_F(SystemTransfer, cancelling_a_write_is_asked_about_first) {
+    plug_in({"--mode", "receive"});
+    const auto image = file("demo.120");
+    write_file(image, through_the_table(radio::demonstration_memory()).bytes());
+    start({image.string()});
+    wait_for_caption(std::string(kTitle) + " - " + image.string());
+    choose("Transfer", "Write To VR-120");
+    answer("Write To VR-120", kWriteInstructions, "OK");
+    expect_status("Writing To VR-120: 1% complete...");
+    keyboard.press("Esc");
+    answer("Write To VR-120", "Stop writing to the VR-120?", "No");
+    expect_status("Writing To VR-120: 4% complete...");
+    mouse.click(transfer_button("Cancel"));
+    answer("Write To VR-120", "Stop writing to the VR-120?", "Yes");
+    expect_status("Write To VR-120 cancelled.");
+    EXPECT_TRUE(grid().enabled());
+    EXPECT_FALSE(std::filesystem::exists(radio_file()));
+}
+
+TEST_F(SystemTransfer, while_it_listens_the_window_shows_whether_anything_arrives) {
+    plug_in({"--mode", "receive"});
+    start();
+    read();
+    expect_status("Listening...");
+    program->find({.role = Role::kLabel, .name = "Nothing received yet", .showing = true});
+    keyboard.press("Esc");
+    expect_status("Read from VR-120 cancelled.");
+}
+
+TEST_F(SystemTransfer, closing_the_window_ends_a_transfer_and_the_program) {
+    plug_in({"--mode", "send"});
+    start();
+    read();
+    expect_status("Reading from VR-120: 1% complete...", kTransferPatience);
+    desktop.window(std::string(kTitle) + " - By the Memwright developers").close();
+    EXPECT_EQ(program->wait_for_exit(), ExitStatus{});
+}
+
+TEST_F(SystemTransfer, a_port_that_is_not_there_is_named_with_what_to_do) {
+    start();
+    read();
+    const Accessible report = program->message_box("Memwright", "COM 1");
+    EXPECT_THAT(report.tree(), HasSubstr(file("cable").string()));
+    EXPECT_THAT(report.tree(), HasSubstr("no such device"));
+    mouse.click(report.button("OK"));
+    mouse.click(transfer_button("Unlock"));
+    main().menu_item("Transfer").wait_for(State::kEnabled);
+}
+
+}  // namespace
+}  // namespace memwright::systest
