@@ -2,7 +2,6 @@
 #include <sys/resource.h>
 
 #include <QTimer>
-#include <filesystem>
 #include <memory>
 
 #include "qt/serial/port_bench.h"
@@ -74,12 +73,13 @@ TEST_F(QtSerialPortHangUp, stays_told_until_the_port_is_closed_by_its_user) {
 TEST_F(QtSerialPortHangUp, leaves_the_event_loop_asleep) {
     line_.hang_up();
     constexpr int kMilliseconds = 200, kFewRounds = 40;
-    bool over = false;
-    QTimer::singleShot(kMilliseconds, [&] { over = true; });
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(kMilliseconds);
     rusage before{}, after{};
     getrusage(RUSAGE_SELF, &before);
     int rounds = 0;
-    while (!over) {
+    while (limit.isActive()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         ++rounds;
     }
