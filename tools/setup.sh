@@ -1,8 +1,8 @@
 # Shared by run and test: installs what is missing and builds, quietly when there is nothing to do.
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev)
-test_packages=(libgtest-dev libgmock-dev xvfb openbox dbus at-spi2-core libatspi2.0-dev libxtst-dev
-               pkg-config imagemagick python3 fonts-dejavu-core)
+test_packages=(libgtest-dev libgmock-dev pkg-config libglib2.0-dev libx11-dev libxtst-dev libpng-dev xvfb
+               openbox dbus-daemon at-spi2-core)
 
 say() { echo "$*" >&2; }
 

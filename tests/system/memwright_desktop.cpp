@@ -59,6 +59,12 @@ void MemwrightDesktop::expect_status(const std::string& text, Milliseconds patie
     EXPECT_NO_THROW(program->find({.role = Role::kLabel, .name = name}, patience));
 }
 
+std::string MemwrightDesktop::wait_for_status(const std::string& beginning) const {
+    return program
+        ->find({.role = Role::kLabel, .name_part = "Status line: " + beginning}, kTransferPatience)
+        .name();
+}
+
 Accessible MemwrightDesktop::grid() const {
     return program->find({.role = Role::kTable, .name = "Channel memories"});
 }

@@ -47,6 +47,8 @@ class MemwrightDesktop : public testing::Test {
     Accessible main() const { return program->main_window(title_); }
     void wait_for_caption(const std::string& caption);
     void expect_status(const std::string& text, Milliseconds patience = kPatience) const;
+    // The name of the status line once its text begins so.
+    std::string wait_for_status(const std::string& beginning) const;
     std::string cell(int row, int col) const;
     Accessible grid() const;
     Accessible transfer_button(const std::string& caption, Milliseconds patience = kPatience) const;

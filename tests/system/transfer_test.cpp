@@ -45,7 +45,7 @@ TEST_F(SystemTransfer, the_memories_of_a_radio_are_read_saved_opened_and_written
 }
 
 TEST_F(SystemTransfer, cancel_in_the_instructions_of_a_read_reads_nothing) {
-    plug_in({"--mode", "send"});
+    plug_in();
     start();
     choose("Transfer", "Read from VR-120");
     answer("Read From VR-120", kReadInstructions, "Cancel");
@@ -70,14 +70,14 @@ TEST_F(SystemTransfer, cancel_in_the_instructions_of_a_write_writes_all_the_same
 }
 
 TEST_F(SystemTransfer, a_wrong_checksum_ends_as_a_read_does) {
-    plug_in({"--mode", "send", "--fault", "checksum@0"});
+    plug_in({"--fault", "checksum@0"});
     start();
     read_to_end();
     EXPECT_EQ(cell(1, 1), "TOWER");
 }
 
 TEST_F(SystemTransfer, a_block_past_the_memory_is_left_out) {
-    plug_in({"--mode", "send", "--fault", "block-number@0"});
+    plug_in({"--fault", "block-number@0"});
     start();
     read_to_end();
     // What block 1 holds comes first then: the memory of row 9.
@@ -88,7 +88,7 @@ TEST_F(SystemTransfer, a_block_past_the_memory_is_left_out) {
 }
 
 TEST_F(SystemTransfer, frames_in_place_of_blocks_are_acknowledged_again) {
-    plug_in({"--mode", "send", "--short-frame", "0", "0", "117", "239"});
+    plug_in({"--short-frame", "0", "0", "117", "239"});
     start();
     read_to_end();
     EXPECT_EQ(cell(1, 1), "TOWER");
@@ -97,7 +97,7 @@ TEST_F(SystemTransfer, frames_in_place_of_blocks_are_acknowledged_again) {
 class SystemHangUp : public MemwrightDesktop, public testing::WithParamInterface<const char*> {};
 
 TEST_P(SystemHangUp, gives_one_report_and_the_port_opens_again) {
-    plug_in({"--mode", "send", "--fault", std::string("hang-up@") + GetParam()});
+    plug_in({"--fault", std::string("hang-up@") + GetParam()});
     start();
     read();
     const Accessible report = program->message_box("Memwright", "COM 1", kTransferPatience);
@@ -111,9 +111,9 @@ TEST_P(SystemHangUp, gives_one_report_and_the_port_opens_again) {
 
     mouse.click(transfer_button("Unlock"));
     main().menu_item("File").wait_for(State::kEnabled);
-    plug_in({"--mode", "send"});
+    plug_in();
     read();
-    expect_status("Reading from VR-120: 1% complete...", kTransferPatience);
+    wait_for_status("Reading from VR-120: ");
     keyboard.press("Esc");
     expect_status("Read from VR-120 cancelled.");
 }
@@ -125,14 +125,14 @@ INSTANTIATE_TEST_SUITE_P(SystemTransfer, SystemHangUp,
                          });
 
 TEST_F(SystemTransfer, a_cancelled_read_leaves_the_table_and_the_file_name_as_they_were) {
-    plug_in({"--mode", "send"});
+    plug_in();
     const auto image = file("demo.120");
     write_file(image, through_the_table(radio::demonstration_memory()).bytes());
     start({image.string()});
     const std::string caption = std::string(kTitle) + " - " + image.string();
     wait_for_caption(caption);
     read();
-    expect_status("Reading from VR-120: 1% complete...", kTransferPatience);
+    wait_for_status("Reading from VR-120: ");
     mouse.click(transfer_button("Cancel"));
     expect_status("Read from VR-120 cancelled.");
     wait_for_caption(caption);
@@ -152,10 +152,13 @@ TEST_F(SystemTransfer, cancelling_a_write_is_asked_about_first) {
     wait_for_caption(std::string(kTitle) + " - " + image.string());
     choose("Transfer", "Write To VR-120");
     answer("Write To VR-120", kWriteInstructions, "OK");
-    expect_status("Writing To VR-120: 1% complete...");
+    wait_for_status("Writing To VR-120: ");
     keyboard.press("Esc");
-    answer("Write To VR-120", "Stop writing to the VR-120?", "No");
-    expect_status("Writing To VR-120: 4% complete...");
+    const Accessible question =
+        program->message_box("Write To VR-120", "Stop writing to the VR-120?");
+    const std::string before = wait_for_status("Writing To VR-120: ");
+    mouse.click(question.button("No"));
+    expect_eventually([&] { return wait_for_status("Writing To VR-120: "); }, testing::Ne(before));
     mouse.click(transfer_button("Cancel"));
     answer("Write To VR-120", "Stop writing to the VR-120?", "Yes");
     expect_status("Write To VR-120 cancelled.");
@@ -174,10 +177,10 @@ TEST_F(SystemTransfer, while_it_listens_the_window_shows_whether_anything_arrive
 }
 
 TEST_F(SystemTransfer, closing_the_window_ends_a_transfer_and_the_program) {
-    plug_in({"--mode", "send"});
+    plug_in();
     start();
     read();
-    expect_status("Reading from VR-120: 1% complete...", kTransferPatience);
+    wait_for_status("Reading from VR-120: ");
     desktop.window(std::string(kTitle) + " - By the Memwright developers").close();
     EXPECT_EQ(program->wait_for_exit(), ExitStatus{});
 }
