@@ -21,9 +21,11 @@
 namespace memwright {
 
 class ProgramTest : public testing::Test {
+  public:
+    ~ProgramTest() override;
+
   protected:
     ProgramTest();
-    ~ProgramTest() override;
 
     // Starts the program and opens a file with one channel.
     void start_with_a_file();

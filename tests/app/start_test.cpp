@@ -28,6 +28,14 @@ TEST_F(Start, makes_the_status_window_read_only_and_the_grid_disabled) {
     EXPECT_FALSE(form.MSFlexGrid1.enabled);
 }
 
+TEST_F(Start, enables_the_file_and_transfer_menus) {
+    form.DisableGui();
+    program.start();
+    EXPECT_TRUE(form.mnuFile.enabled);
+    EXPECT_TRUE(form.mnuTransfer.enabled);
+    EXPECT_FALSE(form.mnuEdit.enabled) << "which the start does not set";
+}
+
 TEST_F(Start, builds_the_empty_table) {
     program.start();
     EXPECT_EQ(form.MSFlexGrid1.Rows(), 641);

@@ -57,7 +57,7 @@ class ScriptedFileDialogs final : public FileDialogs {
             ADD_FAILURE() << "unexpected file dialog: " << request.title;
             return std::nullopt;
         }
-        const auto name = names.front();
+        auto name = names.front();
         names.pop_front();
         return name;
     }

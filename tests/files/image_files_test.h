@@ -19,9 +19,11 @@
 namespace memwright {
 
 class ImageFilesTest : public testing::Test {
+  public:
+    ~ImageFilesTest() override;
+
   protected:
     ImageFilesTest();
-    ~ImageFilesTest() override;
 
     // An image of one channel whose label is `tag`; all other memories are empty.
     static Bytes image_bytes(const std::string& tag);
