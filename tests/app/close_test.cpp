@@ -236,6 +236,20 @@ TEST_F(CloseWithoutAFile, forgets_a_cancelled_save_before_the_next_try) {
     EXPECT_TRUE(program.close_allowed());
 }
 
+TEST_F(CloseWithoutAFile, takes_the_flag_of_the_cancelled_save_back) {
+    modVR120 store(files);
+    ChannelTable table(store, form.MSFlexGrid1, form.mnuSaveOnly);
+    ImageFiles image_files(store, table, form.MSFlexGrid1, form, form.caption,
+                           {messages, dialogs, files});
+    Shell shell(form, window, settings, files, table, image_files);
+    messages.answers = {Answer::yes};
+    dialogs.names.emplace_back(std::nullopt);
+    bool Cancel = false;
+    shell.Form_Unload(Cancel);
+    EXPECT_TRUE(Cancel);
+    EXPECT_FALSE(image_files.save_cancelled);
+}
+
 TEST_F(CloseWithoutAFile, is_not_kept_open_by_a_save_that_was_cancelled_earlier) {
     dialogs.names.emplace_back(std::nullopt);
     form.mnuSave.clicked();

@@ -74,7 +74,7 @@ TEST(Charset, a_character_that_the_radio_does_not_have_becomes_a_question_mark) 
 }
 
 TEST(Charset, bytes_that_are_no_utf8_become_question_marks) {
-    const std::array<std::pair<std::string, std::string>, 11> cases = {{
+    const std::array<std::pair<std::string, std::string>, 12> cases = {{
         {"\x80", "?"},              // a second byte without a first
         {"\xBF\x41", "?A"},         //
         {"\xC3", "?"},              // cut short
@@ -85,7 +85,8 @@ TEST(Charset, bytes_that_are_no_utf8_become_question_marks) {
         {"\xC1\x81", "?"},          // longer than "A" needs
         {"\xE0\x81\x81", "?"},      //
         {"\xF0\x80\x81\x81", "?"},  //
-        {"\xF8\x41", "?A"},         //
+        {"\xF9\x81\x81\x81", "????"},
+        {"\xF8\x41", "?A"},  //
     }};
     for (const auto& [utf8, radio] : cases) {
         EXPECT_EQ(radio_from_utf8(utf8), radio) << testing::PrintToString(utf8);
