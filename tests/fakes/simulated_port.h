@@ -44,7 +44,8 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
     std::string opening_fails;  // the PortError's text, if there is to be one
     // Bytes that arrive as others than the radio sent, by their position since the opening.
     std::map<std::size_t, std::uint8_t> replaced;
-    // Told of every property set and of every opening, closing and output, before it is done.
+    // Told of every property set and of every opening, closing, output and input, before it is
+    // done.
     std::function<void(const std::string&)> told;
     std::function<void(const Sent&)> sending;
 
@@ -100,6 +101,7 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
     }
     Bytes Input() override {
         require_open();
+        tell("Input of " + std::to_string(waiting_.size()));
         return std::exchange(waiting_, {});
     }
 

@@ -53,9 +53,10 @@ TEST(CloneRead, the_instructions_come_once_the_port_is_set_up_and_before_anythin
     CloneBench bench(sending());
     leave_traces(bench);
     EXPECT_EQ(bench.click_read(), "");
-    const auto expected = with_set_up({"Text1 \"\"", "Label1 \"\""},
-                                      {"box Read From VR-120", "DisableGui", "PortOpen = True",
-                                       "Label1 \"Listening...\"", "Output of 3"});
+    const auto expected =
+        with_set_up({"Text1 \"\"", "Label1 \"\""},
+                    {"box Read From VR-120", "DisableGui", "PortOpen = True",
+                     "Label1 \"Listening...\"", "Input of 8", "Output of 3", "Input of 41"});
     EXPECT_EQ(first(bench.journal, expected.size()), expected);
 }
 
@@ -98,9 +99,9 @@ TEST(CloneRead, cancel_in_the_instructions_only_clears_the_status_and_shows_the_
 TEST(CloneRead, it_ends_by_closing_the_port_then_unlocking_the_window_then_showing_the_table) {
     CloneBench bench(sending());
     EXPECT_EQ(bench.click_read(), "");
-    EXPECT_THAT(last(bench.journal, 7),
+    EXPECT_THAT(last(bench.journal, 8),
                 ElementsAre("Label1 \"Reading from VR-120: 100% complete...\"", "Output of 3",
-                            "Output of 3", "PortOpen = False",
+                            "Input of 11", "Output of 3", "PortOpen = False",
                             "Label1 \"Read from VR-120 complete.\"", "EnableGui", "table"));
     EXPECT_THAT(bench.lock_calls, ElementsAre("DisableGui", "EnableGui"));
     bench.expect_idle();

@@ -107,19 +107,30 @@ TEST(CloneWrite, the_window_is_locked_before_the_instructions_and_the_port_opene
     bench.Label1.caption = "old";
     bench.journal.clear();
     bench.click_write();
-    const std::vector<std::string> expected = {
-        "Text1 \"\"",           "Label1 \"\"",
-        "DisableGui",           "box Write To VR-120",
-        "CommPort = 1",         "Settings = \"9600,E,8,1\"",
-        "DTREnable = True",     "EOFEnable = False",
-        "Handshaking = 0",      "InBufferSize = 30000",
-        "InputLen = 0",         "InputMode = 1",
-        "NullDiscard = False",  "OutBufferSize = 30000",
-        "ParityReplace = \"\"", "RThreshold = 8",
-        "RTSEnable = True",     "SThreshold = 0",
-        "PortOpen = True",      "Output of 8",
-        "Output of 38",         "Label1 \"" + progress_text(0) + "\"",
-        "Output of 38"};
+    const std::vector<std::string> expected = {"Text1 \"\"",
+                                               "Label1 \"\"",
+                                               "DisableGui",
+                                               "box Write To VR-120",
+                                               "CommPort = 1",
+                                               "Settings = \"9600,E,8,1\"",
+                                               "DTREnable = True",
+                                               "EOFEnable = False",
+                                               "Handshaking = 0",
+                                               "InBufferSize = 30000",
+                                               "InputLen = 0",
+                                               "InputMode = 1",
+                                               "NullDiscard = False",
+                                               "OutBufferSize = 30000",
+                                               "ParityReplace = \"\"",
+                                               "RThreshold = 8",
+                                               "RTSEnable = True",
+                                               "SThreshold = 0",
+                                               "PortOpen = True",
+                                               "Output of 8",
+                                               "Input of 8",
+                                               "Output of 38",
+                                               "Label1 \"" + progress_text(0) + "\"",
+                                               "Output of 38"};
     ASSERT_GE(bench.journal.size(), expected.size());
     bench.journal.resize(expected.size());
     EXPECT_EQ(bench.journal, expected);
