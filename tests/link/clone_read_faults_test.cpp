@@ -142,13 +142,14 @@ TEST(CloneReadFaults, any_eight_bytes_are_taken_for_an_opening_frame) {
 TEST(CloneReadFaults, an_opening_of_fewer_or_more_than_eight_bytes_is_not_taken) {
     for (const auto& [kind, text] : {std::pair(FaultKind::missing_byte, "7 bytes received"),
                                      std::pair(FaultKind::extra_byte, "9 bytes received")}) {
+        const std::string shown = text;
         // Nine bytes that came one by one would be eight for a moment.
         auto options = sending({{kind, radio::kOpening}});
         options.pace = radio::Pace::none;
         CloneBench bench(options, memory_of_radio());
         bench.time.after(10min, [&] {
             EXPECT_EQ(bench.Label1.caption.get(), "Listening...");
-            EXPECT_EQ(bench.received.caption.get(), text);
+            EXPECT_EQ(bench.received.caption.get(), shown);
             EXPECT_TRUE(bench.received.visible);
         });
         bench.press_after(10min);

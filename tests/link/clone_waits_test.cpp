@@ -13,8 +13,8 @@ constexpr Time kLookInterval = 50ms;
 // No more rounds than events, one for each byte, and looks at the clock: every 50 ms, and one more
 // where a pause ends.
 void expect_sleeps(const CloneBench& bench, int pauses) {
-    EXPECT_LE(bench.time.waits,
-              static_cast<int>(bench.port.arrived) + bench.time.now() / kLookInterval + 2 * pauses);
+    EXPECT_LE(bench.time.waits, static_cast<int>(bench.port.arrived) +
+                                    bench.time.now() / kLookInterval + 2L * pauses);
     EXPECT_LE(bench.time.longest_wait, kLookInterval);
 }
 

@@ -25,8 +25,7 @@ std::vector<Bytes> frames_of(const MemoryImage& image) {
         Bytes frame{0x03, 0x03, 0x00, 0x00, static_cast<std::uint8_t>(n)};
         unsigned sum = 6 + static_cast<unsigned>(n);
         for (int i = 0; i < 32; ++i) {
-            const std::uint8_t byte =
-                n <= 230 ? image.bytes()[static_cast<std::size_t>(n * 32 + i)] : 0xFF;
+            const std::uint8_t byte = n <= 230 ? image.get(n * 32 + i) : 0xFF;
             frame.push_back(byte);
             sum += byte;
         }
