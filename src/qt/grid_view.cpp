@@ -86,8 +86,7 @@ void GridView::initViewItemOption(QStyleOptionViewItem* option) const {
     const auto of_disabled = [&](QPalette::ColorRole role) {
         return palette().color(QPalette::Disabled, role);
     };
-    option->palette.setColor(QPalette::Disabled, QPalette::Highlight,
-                             of_disabled(QPalette::Base));
+    option->palette.setColor(QPalette::Disabled, QPalette::Highlight, of_disabled(QPalette::Base));
     option->palette.setColor(QPalette::Disabled, QPalette::HighlightedText,
                              of_disabled(QPalette::Text));
 }
