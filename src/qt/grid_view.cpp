@@ -16,6 +16,7 @@ constexpr int kCellMargin = 4;
 
 GridView::GridView(QWidget* parent) : QTableView(parent), corner_(new CornerHeading(this)) {
     setVerticalHeader(new RowLabels(this));
+    corner_->setObjectName("CornerHeading");
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setTabKeyNavigation(false);
