@@ -237,6 +237,13 @@ bool MainWindow::event(QEvent* event) {
         case QEvent::WindowActivate:
             allow_for_frame();
             break;
+        case QEvent::Paint:
+            // The first sign of being on the screen that comes everywhere. Not to be resized in it.
+            if (asked_size_.isValid()) {
+                QMetaObject::invokeMethod(
+                    this, [this] { allow_for_frame(); }, Qt::QueuedConnection);
+            }
+            break;
         default:
             break;
     }
