@@ -65,7 +65,8 @@ std::vector<std::string> clipped_texts(const QWidget& root) {
         if (!widget->isVisible()) continue;
         bool good = true;
         if (const auto* const label = qobject_cast<const QLabel*>(widget)) good = fits(*label);
-        if (qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+        const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+        if ((button != nullptr && !button->text().isEmpty()) ||
             qobject_cast<const QComboBox*>(widget) != nullptr) {
             const QSize needed = widget->minimumSizeHint();
             good = needed.width() <= widget->width() && needed.height() <= widget->height();

@@ -37,8 +37,10 @@ Reply type_name(const QString& name) {
             dialog.reject();
             return;
         }
-        line->selectAll();
-        QTest::keyClicks(line, name);
+        // At one stroke, as if pasted: off the screen, the list of suggestions that opens while
+        // somebody types takes the focus away.
+        line->clear();
+        line->insert(name);
         QTest::keyClick(line, Qt::Key_Return);
     };
 }
@@ -119,7 +121,10 @@ QDialog* Robot::new_dialog() {
     auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     const bool known = std::ranges::any_of(
         answered_, [dialog](const auto& answered) { return answered == dialog; });
-    return dialog == nullptr || known || !dialog->isVisible() ? nullptr : dialog;
+    if (dialog == nullptr || known || !dialog->isVisible()) return nullptr;
+    // Off the screen, a menu that closes leaves no window active, and keys need one.
+    if (!dialog->isActiveWindow()) dialog->activateWindow();
+    return dialog->isActiveWindow() ? dialog : nullptr;
 }
 
 void Robot::give_up(const char* why) {

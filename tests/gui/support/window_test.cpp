@@ -8,7 +8,18 @@
 
 namespace memwright::gui {
 
-MemoryImage some_image() { return radio::demonstration_memory(); }
+// As the table itself encodes it: two of the demonstration's memories are no longer the same then.
+MemoryImage some_image() {
+    NativeFileSystem files;
+    modVR120 store(files);
+    MSFlexGrid grid("MSFlexGrid1");
+    const MenuEntry enabled("mnuSaveOnly", "");
+    ChannelTable table(store, grid, enabled);
+    store.MemoryImage = radio::demonstration_memory();
+    table.ParseVR120Data();
+    table.SaveVR120Data();
+    return store.MemoryImage;
+}
 
 WindowTest::WindowTest() {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
@@ -26,6 +37,9 @@ void WindowTest::start(const std::string& file) {
     if (!QTest::qWaitForWindowActive(&window(), kPatience)) {
         throw std::runtime_error("the window does not open");
     }
+    // Once it is painted, the window makes room for its frame.
+    constexpr int kRounds = 3;
+    for (int round = 0; round < kRounds; ++round) QCoreApplication::processEvents();
 }
 
 void WindowTest::restart() {
@@ -45,6 +59,8 @@ void WindowTest::choose(const char* menu_name, const char* entry_name) {
         throw std::runtime_error(std::string(menu_name) + " does not open");
     }
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&entry).center());
+    // Off the screen, a menu that closes leaves no window active.
+    if (window().isVisible()) window().activateWindow();
 }
 
 std::string WindowTest::open_some_image(const std::string& name) {

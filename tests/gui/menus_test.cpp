@@ -1,0 +1,149 @@
+// The menu tree as it stands on the screen.
+
+#include <gmock/gmock.h>
+
+#include <QMenuBar>
+
+#include "gui/support/window_test.h"
+
+namespace memwright::gui {
+namespace {
+
+struct Entry {
+    const char* name;
+    const char* caption;  // "-" for a separator line
+    bool at_start;        // enabled then
+};
+
+struct Menu {
+    Entry menu;
+    std::vector<Entry> entries;
+};
+
+const std::vector<Menu> kMenus = {
+    {{"mnuFile", "&File", true},
+     {{"mnuOpen", "&Open", true},
+      {"mnuSaveOnly", "&Save", false},
+      {"mnuSave", "Save &As...", false},
+      {"mnuSep1", "-", true},
+      {"mnuImport", "&Import From .CSV...", false},
+      {"mnuExport", "&Export To .CSV...", false},
+      {"mnusepa", "-", true},
+      {"mnuPrint", "&Print", false},
+      {"mnusepq", "-", true},
+      {"mnuexit", "E&xit", true}}},
+    {{"mnuEdit", "&Edit Channels", true},
+     {{"mnuCut", "Cu&t", true}, {"mnuCopy", "&Copy", true}, {"mnuPaste", "&Paste", true}}},
+    {{"mnuOptions", "&Settings", true},
+     {{"mnuPort", "&Port...", true}, {"mnuShwDbg", "&Show Status Window", true}}},
+    {{"mnuVR120Settings", "&VR120 Settings", false},
+     {{"mnuMiscSettings", "&Set Mode Settings...", true},
+      {"mnuSearchBandMem", "&Search Band Memories", true}}},
+    {{"mnuTransfer", "&Transfer", true},
+     {{"mnuRead", "&Read from VR-120", true},
+      {"mnuWrite", "&Write To VR-120", false},
+      {"mnuforce", "&Force Timeout", true}}},
+    {{"mnuHelp", "&Help", true}, {{"mnuabout", "&About...", true}}},
+};
+
+class Menus : public StartedWindowTest {
+  protected:
+    QMenuBar& bar() { return *window().menuBar(); }
+
+    // Checks the whole tree, whether enabled or not by `enabled`.
+    void check(const std::function<bool(const Entry&)>& enabled) {
+        const auto shown_menus = bar().actions();
+        ASSERT_EQ(shown_menus.size(), static_cast<int>(kMenus.size()));
+        for (int i = 0; i < shown_menus.size(); ++i) {
+            const Menu& menu = kMenus[static_cast<std::size_t>(i)];
+            QMenu* const shown = shown_menus[i]->menu();
+            ASSERT_NE(shown, nullptr);
+            EXPECT_EQ(qt::to_utf8(shown->objectName()), menu.menu.name);
+            EXPECT_EQ(qt::to_utf8(shown->title()), menu.menu.caption);
+            EXPECT_EQ(shown_menus[i]->isEnabled(), enabled(menu.menu)) << menu.menu.name;
+            EXPECT_TRUE(shown_menus[i]->isVisible()) << menu.menu.name;
+            check_entries(*shown, menu.entries, enabled);
+        }
+    }
+
+  private:
+    static void check_entries(const QMenu& shown, const std::vector<Entry>& entries,
+                              const std::function<bool(const Entry&)>& enabled) {
+        const auto actions = shown.actions();
+        ASSERT_EQ(actions.size(), static_cast<int>(entries.size()));
+        for (int i = 0; i < actions.size(); ++i) {
+            const Entry& entry = entries[static_cast<std::size_t>(i)];
+            const QAction& action = *actions[i];
+            EXPECT_EQ(qt::to_utf8(action.objectName()), entry.name);
+            const bool separator = std::string(entry.caption) == "-";
+            EXPECT_EQ(action.isSeparator(), separator) << entry.name;
+            if (separator) continue;
+            EXPECT_EQ(qt::to_utf8(action.text()), entry.caption);
+            EXPECT_EQ(action.isEnabled(), enabled(entry)) << entry.name;
+            EXPECT_EQ(action.isCheckable(), std::string(entry.name) == "mnuShwDbg") << entry.name;
+            EXPECT_TRUE(action.isVisible()) << entry.name;
+        }
+    }
+};
+
+TEST_F(Menus, at_start_only_that_can_be_chosen_which_needs_no_image) {
+    check([](const Entry& entry) { return entry.at_start; });
+}
+
+TEST_F(Menus, with_an_image_everything_can_be_chosen) {
+    open_some_image();
+    check([](const Entry&) { return true; });
+}
+
+TEST_F(Menus, in_a_transfer_every_menu_is_locked_and_its_entries_stay_as_they_were) {
+    form().DisableGui();
+    check([](const Entry& entry) {
+        const bool is_menu = std::ranges::any_of(
+            kMenus, [&](const Menu& menu) { return menu.menu.name == entry.name; });
+        return !is_menu && entry.at_start;
+    });
+}
+
+TEST_F(Menus, the_status_window_is_toggled_from_its_entry) {
+    auto& entry = widget<QAction>("mnuShwDbg");
+    EXPECT_TRUE(entry.isChecked());
+    EXPECT_TRUE(widget<QPlainTextEdit>("Text1").isVisible());
+
+    choose("mnuOptions", "mnuShwDbg");
+    EXPECT_FALSE(entry.isChecked());
+    EXPECT_FALSE(widget<QPlainTextEdit>("Text1").isVisible());
+    EXPECT_EQ(setting("DebugWin"), "False");
+
+    choose("mnuOptions", "mnuShwDbg");
+    EXPECT_TRUE(entry.isChecked());
+    EXPECT_TRUE(widget<QPlainTextEdit>("Text1").isVisible());
+    EXPECT_EQ(setting("DebugWin"), "True");
+}
+
+TEST_F(Menus, accelerators_open_a_menu_and_choose_an_entry) {
+    QTest::keyClick(&window(), Qt::Key_S, Qt::AltModifier);
+    auto& menu = widget<QMenu>("mnuOptions");
+    ASSERT_TRUE(wait_until([&] { return menu.isVisible(); }));
+    QTest::keyClick(&menu, Qt::Key_S);
+    EXPECT_FALSE(form().mnuShwDbg.checked);
+}
+
+TEST_F(Menus, entries_of_operations_that_are_not_there_yet_do_nothing) {
+    open_some_image();
+    const std::string before = caption();
+    for (const auto& [menu, entry] : {std::pair{"mnuFile", "mnuImport"},
+                                      {"mnuFile", "mnuExport"},
+                                      {"mnuFile", "mnuPrint"},
+                                      {"mnuEdit", "mnuCut"},
+                                      {"mnuEdit", "mnuCopy"},
+                                      {"mnuEdit", "mnuPaste"},
+                                      {"mnuVR120Settings", "mnuMiscSettings"},
+                                      {"mnuVR120Settings", "mnuSearchBandMem"},
+                                      {"mnuTransfer", "mnuforce"}}) {
+        EXPECT_TRUE(answering({}, [&] { choose(menu, entry); }).empty()) << entry;
+    }
+    EXPECT_EQ(caption(), before);
+}
+
+}  // namespace
+}  // namespace memwright::gui
