@@ -11,8 +11,6 @@
 namespace memwright::qt {
 namespace {
 
-constexpr int kLineReserve = 4;
-
 QMessageBox::StandardButtons qt_buttons(Buttons buttons) {
     switch (buttons) {
         case Buttons::ok:
@@ -61,13 +59,32 @@ Answer answer_of(int button, Buttons buttons) {
     return buttons == Buttons::yes_no ? Answer::no : Answer::cancel;
 }
 
-// Qt breaks the lines of a message early: a line that fits on the screen stays one.
-void keep_lines_whole(const QMessageBox& box) {
-    auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
-    if (label == nullptr) return;
-    const int wanted = label->fontMetrics().size(0, box.text()).width() + 2 * label->margin();
-    label->setMinimumWidth(
-        std::min(wanted + kLineReserve, label->screen()->geometry().width() / 2));
+// A line can be broken anywhere in words that are longer than one, such as the names of files.
+QString breakable(const QString& text, const QFontMetrics& metrics, int widest) {
+    constexpr QChar kZeroWidthSpace(0x200B);
+    QString result;
+    int width = 0;  // since the line could last be broken
+    for (const QChar character : text) {
+        width = character.isSpace() ? 0 : width + metrics.horizontalAdvance(character);
+        if (width > widest && !character.isLowSurrogate()) {
+            result += kZeroWidthSpace;
+            width = metrics.horizontalAdvance(character);
+        }
+        result += character;
+    }
+    return result;
+}
+
+// Lines of a usual length are broken where the text has it, and nowhere else.
+void show_text(QMessageBox& box, const QString& text) {
+    constexpr int kCharacters = 90, kAround = 16;
+    const QFontMetrics metrics = box.fontMetrics();
+    const int widest = std::min(kCharacters * metrics.averageCharWidth(),
+                                box.screen()->availableGeometry().width() / 2);
+    box.setText(breakable(text, metrics, widest - kAround));
+    if (auto* const label = box.findChild<QLabel*>("qt_msgbox_label")) {
+        label->setMinimumWidth(std::min(metrics.size(0, text).width() + kAround, widest));
+    }
 }
 
 }  // namespace
@@ -77,9 +94,8 @@ Answer QtMessageBox::show(const Message& message) {
                     qt_buttons(message.buttons), &owner_);
     box.setObjectName("MessageBox");
     box.setTextFormat(Qt::PlainText);
-    box.setText(from_utf8(message.text).replace("\r\n", "\n"));
+    show_text(box, from_utf8(message.text).replace("\r\n", "\n"));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    keep_lines_whole(box);
     if (message.buttons == Buttons::yes_no) box.setEscapeButton(QMessageBox::No);
     return answer_of(box.exec(), message.buttons);
 }
