@@ -94,6 +94,11 @@ TEST_P(Pictures, of_the_dialogs) {
     picture_of_dialog("open", [&] { choose("mnuFile", "mnuOpen"); });
     picture_of_dialog("save", [&] { choose("mnuFile", "mnuSave"); });
     picture_of_dialog("error", [&] { program().open_named("/"); });
+    const std::string long_name = folder_.put(std::string(200, 'n') + ".120", {1});
+    answering(
+        {type_name(qt::from_file_name(long_name)),
+         look([&](QDialog& dialog) { picture("long-name", &dialog); }, press_key(Qt::Key_Escape))},
+        [&] { choose("mnuFile", "mnuSave"); });
     change_table();
     picture_of_dialog("changed", [&] { choose("mnuTransfer", "mnuRead"); });
 }
