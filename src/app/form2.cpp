@@ -41,7 +41,7 @@ void Form2::refresh() {
     listed_ = ports_.devices();
     const bool present = std::ranges::any_of(
         listed_, [&](const SerialDevice& device) { return device.path == device_; });
-    if (!device_.empty() && !present) listed_.push_back({device_, "not connected", false});
+    if (!device_.empty() && !present) listed_.push_back({device_, ports_.describe(device_), false});
     show_devices();
 }
 

@@ -35,6 +35,9 @@ class ComPorts {
     // What the number would be without a stored choice.
     Choice without_stored(int number) const;
 
+    // What is known of a device, listed or not.
+    std::string describe(const std::string& path) const { return devices_.describe(path); }
+
     // Stores a choice, "" to forget it.
     void store(int number, const std::string& path);
 

@@ -12,7 +12,10 @@ namespace {
 constexpr int kBufferSize = 30000;
 constexpr int kReceiveThreshold = 8;
 constexpr int kBinary = 1;
-constexpr std::chrono::milliseconds kLookInterval{50};
+// How often a wait looks at the port: often enough to cost a transfer little, and seldom enough to
+// cost the machine little.
+constexpr std::chrono::milliseconds kLookInterval{10};
+constexpr std::chrono::milliseconds kLongestRound{100};
 constexpr double kHalfDay = 12.0 * 60 * 60;
 
 }  // namespace
@@ -60,7 +63,7 @@ void SerialLink::pause(double sec) {
         // Deliberate: a wait across midnight ends when the same time of day comes round again.
         if (left <= 0 || (midnight_passed && now >= start)) return;
         const auto round = std::chrono::milliseconds(static_cast<int>(std::ceil(left * 1000)));
-        loop_.wait(std::clamp(round, std::chrono::milliseconds(1), kLookInterval));
+        loop_.wait(std::clamp(round, std::chrono::milliseconds(1), kLongestRound));
     }
 }
 

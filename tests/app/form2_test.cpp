@@ -197,9 +197,9 @@ TEST_F(PortDialog, keeps_a_chosen_device_that_is_pulled_out_and_says_so) {
     form->refresh();
     EXPECT_EQ(form->DeviceList.items.get(),
               (Items{"Automatic (/dev/ttyUSB0)", "/dev/ttyUSB0, FT232R USB UART",
-                     "/dev/ttyUSB1, not connected"}));
-    EXPECT_EQ(form->DeviceList.text.get(), "/dev/ttyUSB1, not connected");
-    EXPECT_EQ(form->DeviceLabel.caption.get(), "Transfers use COM 1: /dev/ttyUSB1, not connected");
+                     "/dev/ttyUSB1, not present"}));
+    EXPECT_EQ(form->DeviceList.text.get(), "/dev/ttyUSB1, not present");
+    EXPECT_EQ(form->DeviceLabel.caption.get(), "Transfers use COM 1: /dev/ttyUSB1, not present");
     devices.present = {kAdapter, kSecond};
     form->refresh();
     EXPECT_EQ(form->DeviceList.text.get(), "/dev/ttyUSB1, CP2102 USB to UART");
@@ -211,7 +211,7 @@ TEST_F(PortDialog, shows_a_stored_device_that_is_not_there) {
     settings.values["Memwright/Ports/COM1"] = "/dev/ttyUSB7";
     devices.present = {kAdapter};
     open_dialog();
-    EXPECT_EQ(form->DeviceList.text.get(), "/dev/ttyUSB7, not connected");
+    EXPECT_EQ(form->DeviceList.text.get(), "/dev/ttyUSB7, not present");
     form->Command1.clicked();
     EXPECT_EQ(stored("Memwright/Ports/COM1"), "/dev/ttyUSB7") << "it may come back";
 }

@@ -90,7 +90,7 @@ class ListedDevices final : public SerialDevices {
         for (const SerialDevice& device : present) {
             if (device.path == path) return device.description;
         }
-        return "";
+        return "not present";
     }
     bool numbers_name_devices() const override { return numbered; }
 };

@@ -206,9 +206,9 @@ TEST_F(PortDialog, a_chosen_device_that_is_pulled_out_stays_chosen) {
             EXPECT_EQ(combo.currentIndex(), 1);
             devices_.present.clear();
             EXPECT_TRUE(
-                wait_until([&] { return combo.currentText() == "/dev/ttyUSB0, not connected"; }));
+                wait_until([&] { return combo.currentText() == "/dev/ttyUSB0, not present"; }));
             EXPECT_EQ(text(dialog, "DeviceLabel"),
-                      "Transfers use COM 1: /dev/ttyUSB0, not connected");
+                      "Transfers use COM 1: /dev/ttyUSB0, not present");
         },
         Qt::Key_Return);
     EXPECT_EQ(settings_.values["Memwright/Ports/COM1"], "/dev/ttyUSB0");

@@ -1,9 +1,9 @@
+#pragma once
+
 // An element of a program's windows as a screen reader meets it: what it is, is called, says and
 // where it stands. Each question goes to the program; nothing is remembered.
 // find and its relatives wait until the element is there. Errors: NotThere, with the whole tree of
 // the program, when it never is, and when an element has meanwhile gone.
-
-#pragma once
 
 #include <optional>
 #include <ostream>

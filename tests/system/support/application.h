@@ -1,8 +1,8 @@
+#pragma once
+
 // A program with windows, driven and read like by a person with a mouse, a keyboard and a screen
 // reader. When its test fails, a picture of the screen is left in the folder system-failures.
 // Errors: as Accessible; std::runtime_error when the program ends while it is waited for.
-
-#pragma once
 
 #include <initializer_list>
 #include <string>

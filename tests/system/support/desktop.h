@@ -1,9 +1,9 @@
+#pragma once
+
 // A desktop of the test's own: an X server, a window manager, a message bus with the accessibility
 // registry, and empty home folders. Every test case makes one, so cases can run side by side and
 // share nothing. All of it ends with the test, even with one that crashes.
 // Errors: std::runtime_error when a part of it cannot be started.
-
-#pragma once
 
 #include <memory>
 #include <optional>

@@ -1,9 +1,9 @@
+#pragma once
+
 // Waiting for a program that goes its own pace: conditions are asked again in short steps until
 // they hold or the patience is used up. Nothing here sleeps longer than one step.
 // Errors: NotThere is "not yet" while there is patience left, and reaches the test afterwards;
 // every other exception ends the wait at once.
-
-#pragma once
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

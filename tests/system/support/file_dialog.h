@@ -1,7 +1,7 @@
+#pragma once
+
 // The toolkit's own file dialog, as the tests use it: type a path, press Enter.
 // Errors: as Accessible.
-
-#pragma once
 
 #include <filesystem>
 #include <string_view>

@@ -1,6 +1,6 @@
-// Places on the screen, in the X server's pixels, from its top left corner.
-
 #pragma once
+
+// Places on the screen, in the X server's pixels, from its top left corner.
 
 #include <ostream>
 

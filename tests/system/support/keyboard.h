@@ -1,7 +1,7 @@
+#pragma once
+
 // A keyboard: real key events of the X server, which go to whatever window has the focus.
 // Errors: std::runtime_error for a key that does not exist.
-
-#pragma once
 
 #include <map>
 #include <string>

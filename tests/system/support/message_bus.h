@@ -1,10 +1,10 @@
+#pragma once
+
 // The one private D-Bus bus of a test. It is the programs' session bus and carries the
 // accessibility protocol as well, and this connection answers the programs' question where that
 // is (the service org.a11y.Bus), so that nothing has to be activated or awaited lazily.
 // Errors: std::runtime_error when the bus cannot be reached; NotThere when a call fails, since the
 // object or its program may just be coming or going.
-
-#pragma once
 
 #include <gio/gio.h>
 

@@ -1,8 +1,8 @@
+#pragma once
+
 // A mouse: real pointer events of the X server. Aimed at an element, it waits until the element is
 // on the screen and stands still, and until its program is really what lies under the pointer.
 // Errors: as Accessible.
-
-#pragma once
 
 #include "system/support/accessible.h"
 #include "system/support/desktop.h"

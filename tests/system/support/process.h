@@ -1,9 +1,9 @@
+#pragma once
+
 // One child process in a process group of its own, which never outlives the test: the kernel
 // ends it when the test dies, however that happens. Its output goes to files, so a child that
 // writes much never waits for a reader.
 // Errors: std::runtime_error when the program cannot be found or started.
-
-#pragma once
 
 #include <sys/types.h>
 

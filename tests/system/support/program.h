@@ -1,8 +1,8 @@
+#pragma once
+
 // A program under test, started on a desktop. Its output can be read at any time.
 // A program that a sanitizer complains of, or that dies without the test asking for its exit
 // status, fails the test.
-
-#pragma once
 
 #include <filesystem>
 #include <string>

@@ -1,7 +1,7 @@
+#pragma once
+
 // The kinds and states of elements that the tests ask for, with their numbers in the
 // accessibility protocol (org.a11y.atspi).
-
-#pragma once
 
 #include <cstdint>
 #include <ostream>

@@ -1,7 +1,7 @@
+#pragma once
+
 // What the screen shows: single pixels, and pictures for people to look at.
 // Errors: std::runtime_error when a picture cannot be taken or written.
-
-#pragma once
 
 #include <cstdint>
 #include <filesystem>

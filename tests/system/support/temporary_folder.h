@@ -1,7 +1,7 @@
+#pragma once
+
 // A private folder that goes away with the test. A small guard process deletes it should the test
 // crash; it notices because its end of a pipe closes.
-
-#pragma once
 
 #include <filesystem>
 

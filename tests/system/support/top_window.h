@@ -1,8 +1,8 @@
+#pragma once
+
 // A program's window as the window manager knows it: what its title bar, a taskbar and a mouse on
 // its edges can do with it.
 // Errors: a window that has gone reads as empty.
-
-#pragma once
 
 #include <string>
 

@@ -1,9 +1,9 @@
+#pragma once
+
 // One connection to the X server, with the handful of requests that the support library makes.
 // Included by its sources only: Xlib's macros (None, Bool, Status) clash with everybody's names.
 // Errors: std::runtime_error when the display cannot be opened; requests about a window that is
 // just going away read as empty.
-
-#pragma once
 
 #include <array>
 #include <string>
