@@ -47,19 +47,26 @@ need_packages() {
     fi
 }
 
-# Configures a preset once and builds targets of it.
-build_preset() {
+# Configures a preset, with further arguments if it was configured otherwise before.
+configure_preset() {
     local preset=$1 log=build/$1/build.log
     shift
     mkdir -p "build/$preset"
-    if [ ! -f "build/$preset/build.ninja" ]; then
+    if [ ! -f "build/$preset/build.ninja" ] || [ "$(cat "build/$preset/arguments" 2> /dev/null)" != "$*" ]; then
         say "Configuring the preset $preset ..."
-        if ! cmake --preset "$preset" > "$log" 2>&1; then
+        if ! cmake --preset "$preset" "$@" > "$log" 2>&1; then
             tail -n 30 "$log" >&2
             rm -f "build/$preset/build.ninja"
             exit 1
         fi
+        echo "$*" > "build/$preset/arguments"
     fi
+}
+
+# Builds targets of a configured preset.
+build_preset() {
+    local preset=$1 log=build/$1/build.log
+    shift
     if ! ninja -C "build/$preset" -n "$@" 2> /dev/null | grep -q 'no work to do'; then
         say "Building the preset $preset (minutes the first time) ..."
     fi
