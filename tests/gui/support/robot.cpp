@@ -135,12 +135,13 @@ void Robot::give_up(const char* why) {
                   << (box == nullptr ? "" : box->text().toStdString());
     steps_.clear();
     last_progress_ = std::chrono::steady_clock::now();
-    if (dialog != nullptr) {
+    if (box != nullptr && box->button(QMessageBox::No) != nullptr) {
+        box->button(QMessageBox::No)->click();
+    } else if (dialog != nullptr) {
         dialog->reject();
-        return;
-    }
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
-        if (window->isVisible()) QTest::keyClick(window, Qt::Key_Escape);
+    } else {
+        // Which ends a transfer.
+        QApplication::closeAllWindows();
     }
 }
 
