@@ -59,8 +59,8 @@ Form1::Form1() {
     place(ReceivedLabel, kReceivedLeft, 0, kReceivedWidth, kStatusLineHeight);
     place(TransferProgress, kProgressLeft, 0, kProgressWidth, kProgressHeight);
     place(TransferButton, kTransferButtonLeft, 0, kButtonWidth, kTransferButtonHeight);
-    for (Control* control :
-         std::initializer_list<Control*>{&ReceivedLabel, &TransferProgress, &TransferButton}) {
+    for (Control* control : std::initializer_list<Control*>{&ReceivedLabel, &TransferProgress,
+                                                            &TransferButton, &TxtGrid, &CboGrid}) {
         control->visible = false;
     }
     mnuShwDbg.checked = true;

@@ -27,6 +27,8 @@ class Form1 final : public UserInterface {
     Form1& operator=(const Form1&) = delete;
 
     MSFlexGrid MSFlexGrid1{"MSFlexGrid1"};
+    TextBox TxtGrid{"TxtGrid"};   // laid over the grid's current cell
+    ComboBox CboGrid{"CboGrid"};  // the same
     TextBox Text1{"Text1"};
     Label Label1{"Label1"};
     CommandButton Command1{"Command1"};  // moves rows down

@@ -9,6 +9,10 @@ Program::Program(Platform platform, ComPorts& ports)
       ports_(ports),
       store_(platform.files),
       table_(store_, form.MSFlexGrid1, form.mnuSaveOnly),
+      editor_(form.MSFlexGrid1, form.TxtGrid, form.CboGrid, platform.cells,
+              [this] { pop_up_edit_menu(); }),
+      rows_(form.MSFlexGrid1, table_, editor_, platform.messages,
+            {form.mnuCut, form.mnuCopy, form.mnuPaste}),
       image_files_(store_, table_, form.MSFlexGrid1, form, form.caption,
                    {platform.messages, platform.file_dialogs, platform.files}),
       shell_(form, platform.window, platform.settings, platform.files, table_, image_files_),
@@ -24,10 +28,13 @@ Program::Program(Platform platform, ComPorts& ports)
       clone_write_(link_, store_, table_, form, platform.messages) {
     connect_menus();
     connect_buttons();
+    connect_grid();
+    connect_overlays();
 }
 
 void Program::start() {
     errors_.guard([this] {
+        rows_.reset_buffer();
         shell_.Form_Load();
         shell_.Form_Resize();
     });
@@ -35,7 +42,15 @@ void Program::start() {
         platform_.loop.every(StallWatch::kInterval, [this] { stall_watch_.Timer1_Timer(); }));
 }
 
-void Program::resized() { shell_.Form_Resize(); }
+void Program::resized() {
+    shell_.Form_Resize();
+    editor_.place_overlays();
+}
+
+void Program::pop_up_edit_menu() {
+    rows_.mnuEdit_Click();
+    platform_.window.pop_up_menu(form.mnuEdit.name);
+}
 
 bool Program::close_allowed() {
     bool Cancel = true;
@@ -67,6 +82,10 @@ void Program::connect_menus() {
     connect(form.mnuSaveOnly.clicked, [this] { image_files_.mnuSaveOnly_Click(); });
     connect(form.mnuSave.clicked, [this] { image_files_.mnuSave_Click(); });
     connect(form.mnuexit.clicked, [this] { platform_.window.close(); });
+    connect(form.mnuEdit.clicked, [this] { rows_.mnuEdit_Click(); });
+    connect(form.mnuCut.clicked, [this] { rows_.mnuCut_Click(); });
+    connect(form.mnuCopy.clicked, [this] { rows_.mnuCopy_Click(); });
+    connect(form.mnuPaste.clicked, [this] { rows_.mnuPaste_Click(); });
     connect(form.mnuPort.clicked, [this] {
         Form2 dialog(platform_.settings, ports_);
         platform_.dialogs.show_modal(dialog);
@@ -82,9 +101,39 @@ void Program::connect_menus() {
 }
 
 void Program::connect_buttons() {
-    connect(form.Command4.clicked, [this] { table_.SaveVR120Data(); });
-    connect(form.Command5.clicked, [this] { table_.ParseVR120Data(); });
+    connect(form.Command1.clicked, [this] { rows_.Command1_Click(); });
+    connect(form.Command2.clicked, [this] { rows_.Command2_Click(); });
+    connect(form.Command3.clicked, [this] { rows_.Command3_Click(); });
+    connect(form.Command4.clicked, [this] { rows_.Command4_Click(); });
+    connect(form.Command5.clicked, [this] { rows_.Command5_Click(); });
     connect(form.TransferButton.clicked, [this] { control_.button_click(); });
+}
+
+void Program::connect_grid() {
+    MSFlexGrid& grid = form.MSFlexGrid1;
+    connect(grid.clicked, [this] { editor_.MSFlexGrid1_Click(); });
+    connect(grid.double_clicked, [this] { editor_.MSFlexGrid1_DblClick(); });
+    connect(grid.scrolled, [this] { editor_.MSFlexGrid1_Scroll(); });
+    connections_.push_back(grid.mouse_down.connect([this](MouseButton button, MouseCell cell) {
+        errors_.guard([&] { editor_.MSFlexGrid1_MouseDown(button, cell); });
+    }));
+    connections_.push_back(grid.mouse_up.connect([this](MouseButton button, MouseCell cell) {
+        errors_.guard([&] { rows_.MSFlexGrid1_MouseUp(button, cell); });
+    }));
+}
+
+void Program::connect_overlays() {
+    form.TxtGrid.key_press = [this](char& KeyAscii) { return editor_.TxtGrid_KeyPress(KeyAscii); };
+    form.TxtGrid.key_down = [this](Key key, bool shift) {
+        return editor_.TxtGrid_KeyDown(key, shift);
+    };
+    form.CboGrid.key_down = [this](Key key, bool shift) {
+        return editor_.CboGrid_KeyDown(key, shift);
+    };
+    connect(form.TxtGrid.focus_lost, [this] { editor_.TxtGrid_LostFocus(); });
+    connect(form.CboGrid.focus_lost, [this] { editor_.CboGrid_LostFocus(); });
+    connect(form.CboGrid.edited, [this] { editor_.CboGrid_Change(); });
+    connect(form.CboGrid.picked, [this] { editor_.CboGrid_Click(); });
 }
 
 }  // namespace memwright

@@ -19,6 +19,8 @@
 #include "link/stall_watch.h"
 #include "link/status_window.h"
 #include "link/transfer_control.h"
+#include "table/cell_editor.h"
+#include "table/row_operations.h"
 
 namespace memwright {
 
@@ -33,6 +35,7 @@ struct Platform {
     EventLoop& loop;
     FormWindow& window;
     DialogViews& dialogs;
+    CellPlaces& cells;
 };
 
 class Program {
@@ -51,14 +54,19 @@ class Program {
     void open_named(const std::string& path);
 
   private:
+    void pop_up_edit_menu();
     void connect(Signal<>& signal, std::function<void()> procedure);
     void connect_menus();
     void connect_buttons();
+    void connect_grid();
+    void connect_overlays();
 
     Platform platform_;
     ComPorts& ports_;
     modVR120 store_;
     ChannelTable table_;
+    CellEditor editor_;
+    RowOperations rows_;
     ImageFiles image_files_;
     Shell shell_;
     StatusWindow status_window_;

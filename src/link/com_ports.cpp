@@ -51,8 +51,8 @@ std::string key_of(int number) { return "COM" + std::to_string(number); }
 
 ComPorts::Choice ComPorts::choice(int number) const {
     if (!named_.contains(number)) {
-        const std::string stored = settings_.get(settings::kOwnApplication, settings::kPortsSection,
-                                                 key_of(number), "");
+        const std::string stored =
+            settings_.get(settings::kOwnApplication, settings::kPortsSection, key_of(number), "");
         if (!stored.empty()) return {stored, devices_.describe(stored), Source::stored};
     }
     return without_stored(number);

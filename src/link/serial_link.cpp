@@ -27,8 +27,9 @@ int transfer_port(SettingsStore& settings) {
     try {
         return integer_from_text(text);
     } catch (const ConversionError&) {
-        throw PortError("Cannot set the serial port up: the stored port number is \"" + text +
-                        "\".\nStore a number from 1 to 12 as CommPort of VR120Clone, or remove it.");
+        throw PortError(
+            "Cannot set the serial port up: the stored port number is \"" + text +
+            "\".\nStore a number from 1 to 12 as CommPort of VR120Clone, or remove it.");
     }
 }
 

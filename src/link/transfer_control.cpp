@@ -58,13 +58,13 @@ void TransferControl::button_click() {
     }
     if (state_ != State::running) return;
     if (kind_ == Kind::write) {
-        const Answer answer = messages_.show(
-            {.text = "The radio holds only a part of the new memories so far.\r\n"
-                     "If you stop now, write to it again before you use it.\r\n\r\n"
-                     "Stop writing to the VR-120?",
-             .title = "Write To VR-120",
-             .buttons = Buttons::yes_no,
-             .icon = Icon::exclamation});
+        const Answer answer =
+            messages_.show({.text = "The radio holds only a part of the new memories so far.\r\n"
+                                    "If you stop now, write to it again before you use it.\r\n\r\n"
+                                    "Stop writing to the VR-120?",
+                            .title = "Write To VR-120",
+                            .buttons = Buttons::yes_no,
+                            .icon = Icon::exclamation});
         if (answer != Answer::yes) return;
     }
     end_now();

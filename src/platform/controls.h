@@ -4,10 +4,12 @@
 // window shows. Lengths are in twips, 1440 to the inch. Texts are UTF-8; only what belongs to the
 // channel table's cells is in the radio's character set (platform/charset.h).
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/input.h"
 #include "platform/signal.h"
 
 namespace memwright {
@@ -72,9 +74,16 @@ struct TextBox : PlacedControl {
     using PlacedControl::PlacedControl;
 
     Property<std::string> text;
-    Property<std::size_t> caret;  // characters before it
+    Property<std::size_t> caret;       // characters before it
+    Property<std::size_t> max_length;  // characters; 0 for no limit
     Property<bool> read_only{false};
     Signal<> focus_wanted;
+    Signal<> focus_lost;
+
+    // True if the key was used and is not to act in the text; empty for none of its own.
+    std::function<bool(Key, bool shift)> key_down;
+    // A typed character, which may be changed; false if it is to be dropped.
+    std::function<bool(char& KeyAscii)> key_press;
 };
 
 // A drop-down list. Its text need not be one of the items.
@@ -83,6 +92,11 @@ struct ComboBox : PlacedControl {
 
     Property<std::vector<std::string>> items;
     Property<std::string> text;
+    Signal<> edited;  // its text was typed
+    Signal<> picked;  // an item was chosen
+    Signal<> focus_wanted;
+    Signal<> focus_lost;
+    std::function<bool(Key, bool shift)> key_down;  // as of a text box
 };
 
 struct ProgressBar : PlacedControl {

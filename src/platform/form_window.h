@@ -2,6 +2,8 @@
 
 // A main window's place on the screen. Lengths in twips, of the whole window with its frame.
 
+#include <string>
+
 namespace memwright {
 
 enum class WindowState { normal = 0, minimised = 1, maximised = 2 };
@@ -27,6 +29,9 @@ class FormWindow {
 
     virtual double screen_width() const = 0;
     virtual double screen_height() const = 0;
+
+    // Shows one of the window's menus at the mouse.
+    virtual void pop_up_menu(const std::string& name) = 0;
 
     // Asks the window to close, as its close button does.
     virtual void close() = 0;

@@ -15,14 +15,14 @@ class MSComm {
   public:
     virtual ~MSComm() = default;
 
-    virtual void CommPort(int number) = 0;            // 1 is COM 1
+    virtual void CommPort(int number) = 0;               // 1 is COM 1
     virtual void Settings(const std::string& text) = 0;  // "9600,E,8,1"
     virtual void DTREnable(bool on) = 0;
     virtual void EOFEnable(bool on) = 0;
     virtual void Handshaking(int kind) = 0;  // 0 is none
     virtual void InBufferSize(int bytes) = 0;
-    virtual void InputLen(int bytes) = 0;   // 0: Input takes everything waiting
-    virtual void InputMode(int mode) = 0;   // 1: bytes
+    virtual void InputLen(int bytes) = 0;  // 0: Input takes everything waiting
+    virtual void InputMode(int mode) = 0;  // 1: bytes
     virtual void NullDiscard(bool on) = 0;
     virtual void OutBufferSize(int bytes) = 0;
     virtual void ParityReplace(const std::string& text) = 0;  // "": bytes are kept as received

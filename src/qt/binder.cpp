@@ -1,5 +1,6 @@
 #include "qt/binder.h"
 
+#include "qt/overlays.h"
 #include "qt/text.h"
 #include "qt/twips.h"
 
@@ -48,6 +49,30 @@ void Binder::bind(TextBox& box) {
         if (box.caret.get() >= box.text.get().size()) edit->moveCursor(QTextCursor::End);
     });
     connections_.push_back(box.focus_wanted.connect([edit] { edit->setFocus(); }));
+}
+
+// An overlay that is hidden while it has the focus gives it back to the grid.
+void Binder::bind_overlay_state(PlacedControl& control, QWidget& widget) {
+    bind_place(control, widget);
+    follow(control.visible, [&] {
+        if (!control.visible && widget.hasFocus()) form_.findChild<GridView*>()->setFocus();
+        widget.setVisible(control.visible);
+        if (control.visible) widget.raise();
+    });
+}
+
+void Binder::bind_overlay(TextBox& box) {
+    auto* const edit = find<CellTextBox>(box);
+    if (edit == nullptr) return;
+    bind_overlay_state(box, *edit);
+    edit->show_control(box);
+}
+
+void Binder::bind_overlay(ComboBox& box) {
+    auto* const list = find<CellComboBox>(box);
+    if (list == nullptr) return;
+    bind_overlay_state(box, *list);
+    list->show_control(box);
 }
 
 void Binder::bind(Label& label) {

@@ -28,6 +28,8 @@ class Binder {
     void bind(CommandButton& button);
     void bind(ComboBox& box);
     void bind(ProgressBar& bar);
+    void bind_overlay(TextBox& box);
+    void bind_overlay(ComboBox& box);
     void bind(MenuEntry& menu, QMenu& shown);
     void bind(MenuEntry& entry, QAction& shown);
 
@@ -40,6 +42,7 @@ class Binder {
     template <class Widget>
     Widget* find(const Control& control);
     void bind_state(Control& control, QWidget& widget);
+    void bind_overlay_state(PlacedControl& control, QWidget& widget);
     void bind_place(PlacedControl& control, QWidget& widget);
 
     // Runs `show` now and whenever the property changes.

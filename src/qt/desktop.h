@@ -45,9 +45,9 @@ class Desktop {
     QtSerialPort port_{[this](int number) { return com_ports_.device_of(number); }};
 
   public:
-    Program program{
-        {messages_, file_dialogs_, files_, settings_, port_, clock_, loop_, window, dialogs_},
-        com_ports_};
+    Program program{{messages_, file_dialogs_, files_, settings_, port_, clock_, loop_, window,
+                     dialogs_, window.cell_places()},
+                    com_ports_};
 };
 
 }  // namespace memwright::qt

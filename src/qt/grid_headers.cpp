@@ -15,6 +15,12 @@ RowLabels::RowLabels(QWidget* parent) : QHeaderView(Qt::Vertical, parent) {
     setHighlightSections(true);
 }
 
+void RowLabels::mark(int first, int last) {
+    first_marked_ = first;
+    last_marked_ = last;
+    viewport()->update();
+}
+
 void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) const {
     constexpr int kRule = 1;
     QStyleOptionHeaderV2 option;
@@ -24,6 +30,11 @@ void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) 
     painter->save();
     painter->setClipRect(rect);
     style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
+    if (section >= first_marked_ && section <= last_marked_) {
+        painter->fillRect(rect.adjusted(0, 0, -kRule, -kRule), palette().highlight());
+        option.palette.setBrush(QPalette::ButtonText, palette().highlightedText());
+        option.palette.setBrush(QPalette::WindowText, palette().highlightedText());
+    }
     option.rect = style()->subElementRect(QStyle::SE_HeaderLabel, &option, this);
     option.rect.adjust(0, 0, 0, -kRule);
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);

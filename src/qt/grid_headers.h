@@ -13,8 +13,15 @@ class RowLabels final : public QHeaderView {
   public:
     explicit RowLabels(QWidget* parent);
 
+    // Shows sections first to last as selected; none if last is less.
+    void mark(int first, int last);
+
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+
+  private:
+    int first_marked_ = 0;
+    int last_marked_ = -1;
 };
 
 // Looks like the other headings.

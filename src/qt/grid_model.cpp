@@ -1,6 +1,8 @@
 #include "qt/grid_model.h"
 
 #include <QColor>
+#include <QGuiApplication>
+#include <QPalette>
 #include <algorithm>
 
 #include "qt/text.h"
@@ -10,6 +12,13 @@ namespace {
 
 constexpr int kHeadings = 1;
 constexpr int kAlignLeft = 1;
+
+// The highlight's colour, thinned so that texts stay readable in every palette.
+QColor marked_background() {
+    QColor colour = QGuiApplication::palette().color(QPalette::Highlight);
+    colour.setAlphaF(0.3F);
+    return colour;
+}
 
 }  // namespace
 
@@ -35,6 +44,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
             const Colour colour = grid_.colour(row, index.column());
             return colour == 0 ? QVariant() : QColor(QRgb(colour));
         }
+        case Qt::BackgroundRole:
+            return grid_.marked_rows.get().contains(row) ? QVariant(marked_background())
+                                                         : QVariant();
         case Qt::TextAlignmentRole:
             return grid_.ColAlignment(index.column()) == kAlignLeft
                        ? QVariant(Qt::AlignLeft | Qt::AlignVCenter)

@@ -1,7 +1,12 @@
 #include "qt/grid_view.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "qt/text.h"
@@ -11,6 +16,11 @@ namespace memwright::qt {
 namespace {
 
 constexpr int kCellMargin = 4;
+
+MouseButton button_of(Qt::MouseButton button) {
+    if (button == Qt::LeftButton) return MouseButton::left;
+    return button == Qt::RightButton ? MouseButton::right : MouseButton::other;
+}
 
 }  // namespace
 
@@ -28,6 +38,7 @@ GridView::GridView(QWidget* parent) : QTableView(parent), corner_(new CornerHead
     for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
         header->setSectionResizeMode(QHeaderView::Fixed);
         header->setHighlightSections(true);
+        header->viewport()->installEventFilter(this);
     }
 }
 
@@ -37,6 +48,10 @@ void GridView::show_grid(MSFlexGrid& grid) {
     model()->setParent(this);
     connect(model(), &QAbstractItemModel::modelReset, this, [this] { apply_sizes(); });
     connections_.push_back(grid.current_changed.connect([this] { show_current(); }));
+    connections_.push_back(grid.marked_rows.changed.connect([this] { show_marks(); }));
+    for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
+        connect(bar, &QScrollBar::valueChanged, this, [this] { grid_->scrolled(); });
+    }
     apply_sizes();
 }
 
@@ -60,6 +75,110 @@ void GridView::show_current() {
     const QModelIndex current = model()->index(grid_->Row() - 1, grid_->Col());
     if (current == currentIndex()) return;
     setCurrentIndex(grid_->Row() == 0 || grid_->Col() == 0 ? QModelIndex() : current);
+}
+
+void GridView::show_marks() {
+    const RowRange& rows = grid_->marked_rows;
+    static_cast<RowLabels*>(verticalHeader())->mark(rows.first - 1, rows.last - 1);
+    viewport()->update();
+}
+
+void GridView::show_cell() { scrollTo(currentIndex()); }
+
+CellPlaces::Place GridView::current_cell() {
+    const QRect cell = visualRect(currentIndex()).translated(viewport()->pos());
+    return {twips(*this, cell.x()), twips(*this, cell.y()), twips(*this, cell.width()),
+            twips(*this, cell.height())};
+}
+
+// The cell at a place in the view: outside of the cells the nearest one, as it is for a drag that
+// leaves them.
+MouseCell GridView::cell_at(const QPoint& position) const {
+    const QPoint inside = position - viewport()->pos();
+    const int first = std::max(rowAt(0), 0);
+    int row = inside.y() < 0 ? -1 : rowAt(inside.y());
+    if (inside.y() >= 0 && row < 0) row = rowAt(viewport()->height() - 1);
+    if (inside.y() >= 0 && row < 0) row = model()->rowCount() - 1;
+    if (inside.y() < -horizontalHeader()->height()) row = first;
+    int col = inside.x() < 0 ? 0 : columnAt(inside.x());
+    if (col < 0) col = horizontalHeader()->logicalIndexAt(horizontalHeader()->length() - 1);
+    return {row + 1, col};
+}
+
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    auto* const part = qobject_cast<QWidget*>(watched);
+    const bool header = part != nullptr && (part == verticalHeader()->viewport() ||
+                                            part == horizontalHeader()->viewport());
+    if (!header || !isEnabled()) return QTableView::eventFilter(watched, event);
+    const auto position = [&] {
+        return part->mapTo(this, static_cast<QMouseEvent*>(event)->position().toPoint());
+    };
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            press(static_cast<const QMouseEvent&>(*event), position());
+            return true;
+        case QEvent::MouseButtonRelease:
+            release(static_cast<const QMouseEvent&>(*event), position());
+            return true;
+        case QEvent::MouseMove:
+            return true;
+        default:
+            return QTableView::eventFilter(watched, event);
+    }
+}
+
+void GridView::press(const QMouseEvent& event, const QPoint& position) {
+    setFocus(Qt::MouseFocusReason);
+    grid_->mouse_down(button_of(event.button()), cell_at(position));
+}
+
+void GridView::release(const QMouseEvent& event, const QPoint& position) {
+    grid_->mouse_up(button_of(event.button()), cell_at(position));
+    grid_->clicked();
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    press(*event, event->position().toPoint() + viewport()->pos());
+}
+
+// The view's own selection by dragging has no part in this grid.
+void GridView::mouseMoveEvent(QMouseEvent* event) { event->accept(); }
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    release(*event, event->position().toPoint() + viewport()->pos());
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
+    press(*event, event->position().toPoint() + viewport()->pos());
+    if (event->button() == Qt::LeftButton) grid_->double_clicked();
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+    const auto commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const bool command = (event->modifiers() & commands) != 0;
+    const QString typed = event->text();
+    switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_F2:
+            grid_->double_clicked();
+            return;
+        default:
+            break;
+    }
+    if (!command && typed.size() == 1 && typed.front().isPrint() && typed != " ") {
+        type_into_cell(*event);
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+// A character that is typed on a cell opens its text box and is the first in it.
+void GridView::type_into_cell(QKeyEvent& event) {
+    grid_->double_clicked();
+    QWidget* const editor = QApplication::focusWidget();
+    if (qobject_cast<QLineEdit*>(editor) != nullptr) QCoreApplication::sendEvent(editor, &event);
 }
 
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

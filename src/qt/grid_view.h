@@ -4,19 +4,30 @@
 // sizes, and the current cell follows the keyboard and the mouse.
 
 #include <QTableView>
+#include <vector>
 
 #include "qt/grid_headers.h"
 #include "qt/grid_model.h"
+#include "table/cell_editor.h"
 
 namespace memwright::qt {
 
-class GridView final : public QTableView {
+class GridView final : public QTableView, public CellPlaces {
   public:
     explicit GridView(QWidget* parent);
 
     void show_grid(MSFlexGrid& grid);
 
+    void show_cell() override;
+    Place current_cell() override;
+
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void changeEvent(QEvent* event) override;
     void updateGeometries() override;
@@ -25,6 +36,11 @@ class GridView final : public QTableView {
   private:
     void apply_sizes();
     void show_current();
+    void show_marks();
+    MouseCell cell_at(const QPoint& position) const;
+    void press(const QMouseEvent& event, const QPoint& position);
+    void release(const QMouseEvent& event, const QPoint& position);
+    void type_into_cell(QKeyEvent& event);
 
     MSFlexGrid* grid_ = nullptr;
     CornerHeading* corner_;

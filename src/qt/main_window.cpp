@@ -11,6 +11,7 @@
 
 #include "platform/error.h"
 #include "qt/arrow_icon.h"
+#include "qt/overlays.h"
 #include "qt/text.h"
 #include "qt/twips.h"
 
@@ -62,6 +63,8 @@ void MainWindow::create_widgets() {
         widget->setAccessibleName(accessible);
     };
     name(new GridView(canvas_), "MSFlexGrid1", tr("Channel memories"));
+    name(new CellTextBox(canvas_), "TxtGrid", tr("Text of the cell"));
+    name(new CellComboBox(canvas_), "CboGrid", tr("Choice for the cell"));
     auto* const log = new QPlainTextEdit(canvas_);
     name(log, "Text1", tr("Status window"));
     log->setTabChangesFocus(true);
@@ -136,6 +139,8 @@ void MainWindow::show_accessibly(Form1& form) {
 
 void MainWindow::bind_controls(Form1& form) {
     binder_.bind(form.MSFlexGrid1);
+    binder_.bind_overlay(form.TxtGrid);
+    binder_.bind_overlay(form.CboGrid);
     binder_.bind(form.Text1);
     binder_.bind(form.Label1);
     binder_.bind(form.ReceivedLabel);
@@ -197,6 +202,10 @@ void MainWindow::set_height(double twips) {
     const int frame = frameGeometry().height() - geometry().height();
     resize(geometry().width(), pixels(*this, twips) - frame);
     asked_size_.setHeight(pixels(*this, twips));
+}
+
+void MainWindow::pop_up_menu(const std::string& name) {
+    if (auto* const menu = findChild<QMenu*>(from_utf8(name))) menu->exec(QCursor::pos());
 }
 
 double MainWindow::frame_height() const {

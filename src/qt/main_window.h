@@ -37,6 +37,8 @@ class MainWindow final : public QMainWindow, public FormWindow {
     double frame_height() const override;
     double screen_width() const override;
     double screen_height() const override;
+    void pop_up_menu(const std::string& name) override;
+    CellPlaces& cell_places() { return *findChild<GridView*>(); }
     void close() override { QMainWindow::close(); }
 
   protected:

@@ -5,6 +5,7 @@
 
 #include "image/number_text.h"
 #include "table/columns.h"
+#include "table/mask_colour.h"
 
 namespace memwright {
 namespace {
@@ -12,7 +13,6 @@ namespace {
 using namespace columns;
 
 constexpr int kAlignLeft = 1;
-constexpr Colour kMaskedColour = 0xC0C0C0;
 
 // Calls `visit` with the bank, the number and the row of every memory, in the table's order.
 template <class Visit>
@@ -85,7 +85,7 @@ void ChannelTable::MaskColor() {
     const int row = grid_.Row();
     const int col = grid_.Col();
     grid_.set_redraw(false);
-    for (int r = 1; r <= kLastRow; ++r) colour_by_mask(r);
+    for (int r = 1; r <= kLastRow; ++r) colour_by_mask(grid_, r);
     grid_.set_row(row);
     grid_.set_col(col);
     grid_.set_redraw(true);
@@ -94,7 +94,7 @@ void ChannelTable::MaskColor() {
 void ChannelTable::MaskColorBOLD(int tmpr) {
     grid_.set_redraw(false);
     grid_.set_row(tmpr);
-    colour_by_mask(tmpr);
+    colour_by_mask(grid_, tmpr);
     // Deliberate: the current cell is not restored.
     grid_.set_col(grid_.Cols() - 1);
     grid_.set_redraw(true);
@@ -111,11 +111,6 @@ bool ChannelTable::IsDataChanged() {
 std::int32_t ChannelTable::byte_sum() const {
     const auto bytes = store_.MemoryImage.bytes();
     return std::accumulate(bytes.begin(), bytes.end(), std::int32_t{0});
-}
-
-void ChannelTable::colour_by_mask(int row) {
-    const Colour colour = grid_.TextMatrix(row, kMasked) == "True" ? kMaskedColour : 0;
-    for (int col = kTag; col < grid_.Cols(); ++col) grid_.set_colour(row, col, colour);
 }
 
 }  // namespace memwright

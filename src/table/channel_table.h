@@ -42,7 +42,6 @@ class ChannelTable {
 
   private:
     std::int32_t byte_sum() const;
-    void colour_by_mask(int row);
 
     modVR120& store_;
     MSFlexGrid& grid_;

@@ -16,6 +16,14 @@ inline constexpr int kMode = 3;
 inline constexpr int kPref = 4;
 inline constexpr int kStep = 5;
 inline constexpr int kMasked = 6;
+inline constexpr int kRepeaterShift = 7;
+inline constexpr int kShift = 8;
+inline constexpr int kToneSquelch = 9;
+inline constexpr int kTone = 10;
+inline constexpr int kDcs = 11;
+inline constexpr int kTransmitPower = 12;
+inline constexpr int kDeviation = 13;
+inline constexpr int kNameless = 14;
 inline constexpr int kCount = 15;
 
 inline constexpr int kRows = layout::kMemories + 1;

@@ -25,6 +25,21 @@ struct GridChange {
     void add_cells(int from_row, int to_row, int from_col, int to_col);
 };
 
+// A cell under the mouse.
+struct MouseCell {
+    int row = 0;
+    int col = 0;
+};
+
+// Rows of the grid, first to last; none if last is less.
+struct RowRange {
+    int first = 0;
+    int last = -1;
+
+    bool contains(int row) const { return row >= first && row <= last; }
+    friend bool operator==(const RowRange&, const RowRange&) = default;
+};
+
 using Colour = std::uint32_t;  // 0xRRGGBB; 0 is the user's own text colour
 
 class MSFlexGrid : public PlacedControl {
@@ -57,10 +72,21 @@ class MSFlexGrid : public PlacedControl {
     int Col() const { return col_; }
     void set_row(int row);
     void set_col(int col);
+    const std::string& Text() const { return TextMatrix(row_, col_); }
 
     // While false, changes are gathered; setting it back to true signals them at once.
     bool Redraw() const { return redraw_; }
     void set_redraw(bool on);
+
+    // Rows that are shown as selected, and their labels with them.
+    Property<RowRange> marked_rows;
+
+    // What the user does with the mouse and by scrolling.
+    Signal<MouseButton, MouseCell> mouse_down;
+    Signal<MouseButton, MouseCell> mouse_up;
+    Signal<> clicked;
+    Signal<> double_clicked;
+    Signal<> scrolled;
 
     Signal<const GridChange&> changed;
     Signal<> current_changed;

@@ -17,9 +17,8 @@ TEST_F(Start, the_first_window_is_in_the_middle_of_the_screen_in_its_design_size
     EXPECT_TRUE(wait_until([&] { return place().size() == QSize(666, 470); }))
         << place().width() << " x " << place().height();
     const QSize screen = window().screen()->geometry().size();
-    // Twips make half a pixel of an odd one.
-    EXPECT_NEAR(place().left(), (screen.width() - 666) / 2, 1);
-    EXPECT_NEAR(place().top(), (screen.height() - 470) / 2, 1);
+    EXPECT_EQ(place().left(), (screen.width() - 666) / 2);
+    EXPECT_EQ(place().top(), (screen.height() - 470) / 2);
     EXPECT_TRUE(widget<QPlainTextEdit>("Text1").isVisible());
     EXPECT_FALSE(window().isMaximized());
 }

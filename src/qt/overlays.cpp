@@ -1,0 +1,201 @@
+#include "qt/overlays.h"
+
+#include <QAbstractItemView>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+
+#include "qt/text.h"
+
+namespace memwright::qt {
+namespace {
+
+constexpr int kNoLimit = 32767;
+
+Key key_of(const QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
+            return Key::tab;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return Key::enter;
+        case Qt::Key_Up:
+            return Key::up;
+        case Qt::Key_Down:
+            return Key::down;
+        case Qt::Key_Left:
+            return Key::left;
+        case Qt::Key_Right:
+            return Key::right;
+        default:
+            return Key::other;
+    }
+}
+
+// Shift changes the meaning of Tab alone; with it, or with other modifiers, arrows act in the text.
+bool may_move(const QKeyEvent& event) {
+    const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
+    return modifiers == Qt::NoModifier ||
+           (modifiers == Qt::ShiftModifier && key_of(event) == Key::tab);
+}
+
+bool is_tab(const QEvent& event) {
+    return event.type() == QEvent::KeyPress &&
+           key_of(static_cast<const QKeyEvent&>(event)) == Key::tab;
+}
+
+template <class Box>
+bool is_used(const Box& box, const QKeyEvent& event) {
+    const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
+    return box.key_down && may_move(event) && box.key_down(key_of(event), shift);
+}
+
+}  // namespace
+
+CellTextBox::CellTextBox(QWidget* parent) : QLineEdit(parent) {
+    setFrame(false);
+    connect(this, &QLineEdit::textEdited, this, [this] { tell_text(); });
+}
+
+void CellTextBox::show_control(TextBox& box) {
+    box_ = &box;
+    connections_.push_back(box.text.changed.connect([this] { show_text(); }));
+    connections_.push_back(box.focus_wanted.connect([this] {
+        setFocus();
+        selectAll();
+    }));
+    const auto limit = [this] {
+        const auto length = static_cast<int>(box_->max_length.get());
+        setMaxLength(length == 0 ? kNoLimit : length);
+    };
+    connections_.push_back(box.max_length.changed.connect(limit));
+}
+
+void CellTextBox::show_text() {
+    const QString shown = from_radio(box_->text);
+    if (text() == shown) return;
+    setText(shown);
+    setCursorPosition(static_cast<int>(box_->caret.get()));
+}
+
+void CellTextBox::tell_text() {
+    box_->caret = static_cast<std::size_t>(cursorPosition());
+    box_->text = to_radio(text());
+    show_text();
+}
+
+bool CellTextBox::event(QEvent* event) {
+    // Tab moves between cells: it must not move the focus.
+    if (is_tab(*event)) {
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
+void CellTextBox::keyPressEvent(QKeyEvent* event) {
+    event->accept();
+    box_->caret = static_cast<std::size_t>(cursorPosition());
+    const Key key = key_of(*event);
+    const bool in_text = hasSelectedText() && (key == Key::left || key == Key::right);
+    if (!in_text && is_used(*box_, *event)) return;
+    if (key == Key::tab) return;
+    if (event->key() == Qt::Key_Escape) {
+        box_->visible = false;
+    } else if (!type(*event)) {
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+// True if the event was a typed character, which then went through the filter.
+bool CellTextBox::type(QKeyEvent& event) {
+    const QString typed = event.text();
+    const auto commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    // AltGr is Ctrl and Alt at once on some systems, and types characters.
+    const bool command = (event.modifiers() & commands) != 0 &&
+                         (event.modifiers() & commands) != (Qt::ControlModifier | Qt::AltModifier);
+    if (command || typed.size() != 1 || !typed.front().isPrint()) return false;
+    const std::string bytes = to_radio(typed);
+    char character = bytes.front();
+    if (from_radio(bytes) != typed) return true;  // not in the radio's character set
+    if (box_->key_press && !box_->key_press(character)) return true;
+    QKeyEvent filtered(event.type(), event.key(), event.modifiers() & Qt::ShiftModifier,
+                       from_radio(std::string(1, character)));
+    QLineEdit::keyPressEvent(&filtered);
+    return true;
+}
+
+void CellTextBox::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (!own_menu_) box_->focus_lost();
+}
+
+void CellTextBox::contextMenuEvent(QContextMenuEvent* event) {
+    own_menu_ = true;
+    QLineEdit::contextMenuEvent(event);
+    own_menu_ = false;
+}
+
+CellComboBox::CellComboBox(QWidget* parent) : QComboBox(parent) {
+    setFrame(false);
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setCompleter(nullptr);
+}
+
+void CellComboBox::show_control(ComboBox& box) {
+    box_ = &box;
+    connections_.push_back(box.items.changed.connect([this] { show_items(); }));
+    connections_.push_back(box.text.changed.connect([this] { show_items(); }));
+    connections_.push_back(box.focus_wanted.connect([this] {
+        setFocus();
+        lineEdit()->selectAll();
+    }));
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& typed) {
+        box_->text = to_radio(typed);
+        box_->edited();
+    });
+    connect(this, &QComboBox::activated, this, [this](int index) {
+        box_->text = to_radio(itemText(index));
+        box_->picked();
+    });
+}
+
+void CellComboBox::show_items() {
+    const QSignalBlocker quiet(this);
+    const auto& items = box_->items.get();
+    const QString shown = from_radio(box_->text);
+    if (count() != static_cast<int>(items.size()) ||
+        (count() > 0 && itemText(0) != from_radio(items.front()))) {
+        clear();
+        for (const std::string& item : items) addItem(from_radio(item));
+    }
+    setCurrentIndex(findText(shown, Qt::MatchFixedString | Qt::MatchCaseSensitive));
+    if (lineEdit()->text() != shown) setEditText(shown);
+}
+
+bool CellComboBox::event(QEvent* event) {
+    if (is_tab(*event)) {
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return true;
+    }
+    return QComboBox::event(event);
+}
+
+void CellComboBox::keyPressEvent(QKeyEvent* event) {
+    event->accept();
+    if (key_of(*event) == Key::tab) {
+        is_used(*box_, *event);
+    } else if (event->key() == Qt::Key_Escape) {
+        box_->visible = false;
+    } else {
+        QComboBox::keyPressEvent(event);
+    }
+}
+
+void CellComboBox::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    if (!view()->isVisible() && event->reason() != Qt::PopupFocusReason) box_->focus_lost();
+}
+
+}  // namespace memwright::qt

@@ -1,0 +1,54 @@
+#pragma once
+
+// The two controls that are laid over a cell to edit it. What is typed goes through the core's
+// filters, and every change is told at once. Their texts are in the radio's character set.
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <vector>
+
+#include "platform/controls.h"
+
+namespace memwright::qt {
+
+class CellTextBox final : public QLineEdit {
+  public:
+    explicit CellTextBox(QWidget* parent);
+
+    void show_control(TextBox& box);
+
+  protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+  private:
+    void show_text();
+    void tell_text();
+    bool type(QKeyEvent& event);
+
+    TextBox* box_ = nullptr;
+    bool own_menu_ = false;
+    std::vector<Connection> connections_;
+};
+
+class CellComboBox final : public QComboBox {
+  public:
+    explicit CellComboBox(QWidget* parent);
+
+    void show_control(ComboBox& box);
+
+  protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    void show_items();
+
+    ComboBox* box_ = nullptr;
+    std::vector<Connection> connections_;
+};
+
+}  // namespace memwright::qt
