@@ -55,7 +55,9 @@ void Binder::bind(TextBox& box) {
 void Binder::bind_overlay_state(PlacedControl& control, QWidget& widget) {
     bind_place(control, widget);
     follow(control.visible, [&] {
-        if (!control.visible && widget.hasFocus()) form_.findChild<GridView*>()->setFocus();
+        auto* const grid = form_.findChild<GridView*>();
+        if (!control.visible && widget.hasFocus()) grid->setFocus();
+        grid->set_editing(control.visible);
         widget.setVisible(control.visible);
         if (control.visible) widget.raise();
     });

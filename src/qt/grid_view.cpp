@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -24,7 +25,20 @@ MouseButton button_of(Qt::MouseButton button) {
 
 }  // namespace
 
-GridView::GridView(QWidget* parent) : QTableView(parent), corner_(new CornerHeading(this)) {
+void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    if (!editing || !option.state.testFlag(QStyle::State_Selected)) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+    painter->fillRect(option.rect, option.palette.base());
+    painter->setPen(option.palette.color(QPalette::Highlight));
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+}
+
+GridView::GridView(QWidget* parent)
+    : QTableView(parent), delegate_(new CellDelegate(this)), corner_(new CornerHeading(this)) {
+    setItemDelegate(delegate_);
     setVerticalHeader(new RowLabels(this));
     corner_->setObjectName("CornerHeading");
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -80,6 +94,11 @@ void GridView::show_current() {
 void GridView::show_marks() {
     const RowRange& rows = grid_->marked_rows;
     static_cast<RowLabels*>(verticalHeader())->mark(rows.first - 1, rows.last - 1);
+    viewport()->update();
+}
+
+void GridView::set_editing(bool on) {
+    delegate_->editing = on;
     viewport()->update();
 }
 

@@ -3,6 +3,7 @@
 // The grid on the screen: headings and labels stay in sight, columns and rows have the grid's own
 // sizes, and the current cell follows the keyboard and the mouse.
 
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <vector>
 
@@ -12,11 +13,25 @@
 
 namespace memwright::qt {
 
+// Paints the cells; the one that is edited with a frame around the control that is laid over it.
+class CellDelegate final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    bool editing = false;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+};
+
 class GridView final : public QTableView, public CellPlaces {
   public:
     explicit GridView(QWidget* parent);
 
     void show_grid(MSFlexGrid& grid);
+
+    // While its cell is edited, the current cell is framed instead of filled.
+    void set_editing(bool on);
 
     void show_cell() override;
     Place current_cell() override;
@@ -43,6 +58,7 @@ class GridView final : public QTableView, public CellPlaces {
     void type_into_cell(QKeyEvent& event);
 
     MSFlexGrid* grid_ = nullptr;
+    CellDelegate* delegate_;
     CornerHeading* corner_;
     std::vector<Connection> connections_;
 };

@@ -69,8 +69,8 @@ void MainWindow::create_widgets() {
     name(log, "Text1", tr("Status window"));
     log->setTabChangesFocus(true);
     log->setPlaceholderText(
-        tr("To begin, read the memories from the radio (Transfer menu) or open an image file (File "
-           "menu).\nErrors are noted here."));
+        tr("To begin, read the memories from the radio (Transfer menu)\n"
+           "or open an image file (File menu). Errors are noted here."));
     auto* const status = new QLabel(canvas_);
     name(status, "Label1", tr("Status line"));
     status->setTextFormat(Qt::PlainText);
