@@ -6,6 +6,7 @@ namespace memwright {
 
 ProgramTest::ProgramTest() : folder_before(native.current_folder()) {
     native.set_current_folder(folder.path().string());
+    cells.grid = &form.MSFlexGrid1;
 }
 
 ProgramTest::~ProgramTest() { std::filesystem::current_path(folder_before); }

@@ -10,6 +10,7 @@
 
 #include "app/idle_platform.h"
 #include "app/program.h"
+#include "fakes/fake_cell_places.h"
 #include "fakes/fake_window.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/memory_settings.h"
@@ -60,7 +61,9 @@ class ProgramTest : public testing::Test {
     fakes::WorkedDialogs views;
     fakes::ListedDevices devices;
     ComPorts ports{devices, settings, {}};
-    Program program{{messages, dialogs, files, settings, port, loop, loop, window, views}, ports};
+    fakes::FakeCellPlaces cells;
+    Program program{{messages, dialogs, files, settings, port, loop, loop, window, views, cells},
+                    ports};
     Form1& form{program.form};
 };
 

@@ -28,6 +28,7 @@ class FakeWindow final : public FormWindow {
     std::vector<std::string> calls;  // "Top=5100"
     std::set<std::string> refused;   // "Top": setting it is an error
     int closes = 0;
+    std::vector<std::string> menus_popped_up;  // by name
 
     WindowState state() const override { return its_state; }
     void set_state(WindowState state) override {
@@ -45,6 +46,7 @@ class FakeWindow final : public FormWindow {
     double frame_height() const override { return its_frame_height; }
     double screen_width() const override { return its_screen_width; }
     double screen_height() const override { return its_screen_height; }
+    void pop_up_menu(const std::string& name) override { menus_popped_up.push_back(name); }
     void close() override { ++closes; }
 
   private:
