@@ -18,6 +18,18 @@ namespace {
 
 constexpr int kCellMargin = 4;
 
+// What is under the mouse is in sight already, and must not move away from it.
+class WithoutScrolling {
+  public:
+    explicit WithoutScrolling(QAbstractItemView& view) : view_(view) { view_.setAutoScroll(false); }
+    ~WithoutScrolling() { view_.setAutoScroll(true); }
+    WithoutScrolling(const WithoutScrolling&) = delete;
+    WithoutScrolling& operator=(const WithoutScrolling&) = delete;
+
+  private:
+    QAbstractItemView& view_;
+};
+
 MouseButton button_of(Qt::MouseButton button) {
     if (button == Qt::LeftButton) return MouseButton::left;
     return button == Qt::RightButton ? MouseButton::right : MouseButton::other;
@@ -149,10 +161,12 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
 
 void GridView::press(const QMouseEvent& event, const QPoint& position) {
     setFocus(Qt::MouseFocusReason);
+    const WithoutScrolling still(*this);
     grid_->mouse_down(button_of(event.button()), cell_at(position));
 }
 
 void GridView::release(const QMouseEvent& event, const QPoint& position) {
+    const WithoutScrolling still(*this);
     grid_->mouse_up(button_of(event.button()), cell_at(position));
     grid_->clicked();
 }

@@ -1,0 +1,240 @@
+// What is typed, pasted, dropped and composed into the text box over a cell, and what the cell then
+// holds.
+
+#include <gmock/gmock.h>
+
+#include <QSignalSpy>
+
+#include "gui/support/editing_test.h"
+
+namespace memwright::gui {
+namespace {
+
+using ::testing::Pair;
+
+constexpr int kEmptyRow = 600;
+
+class Editing : public EditingTest {
+  protected:
+    void SetUp() override {
+        EditingTest::SetUp();
+        for (int row = kEmptyRow - 5; row <= kEmptyRow + 5; ++row) {
+            for (int col = 1; col <= 14; ++col) set_cell(row, col, "");
+        }
+    }
+    std::string text() { return qt::to_utf8(box().text()); }
+};
+
+TEST_F(Editing, a_double_click_opens_the_text_box_with_the_text_of_the_cell_selected) {
+    for (const int col : {1, 2}) {
+        set_cell(3, col, col == 1 ? "SOME" : "145.50000");
+        open(3, col);
+        EXPECT_EQ(open_overlay(), "TxtGrid");
+        EXPECT_EQ(focused(), "TxtGrid");
+        EXPECT_EQ(text(), cell(3, col));
+        EXPECT_EQ(qt::to_utf8(box().selectedText()), cell(3, col));
+        EXPECT_THAT(current(), Pair(3, col));
+    }
+}
+
+TEST_F(Editing, opening_and_closing_changes_nothing) {
+    const std::string frequency = cell(3, 2);
+    const QSignalSpy changes(grid().model(), &QAbstractItemModel::dataChanged);
+    open(3, 2);
+    key(Qt::Key_Escape);
+    open(3, 3);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(changes.size(), 0);
+    EXPECT_EQ(cell(3, 2), frequency);
+}
+
+TEST_F(Editing, a_single_click_a_label_and_a_heading_open_nothing) {
+    click(place_of_cell(3, 2).center());
+    EXPECT_EQ(open_overlay(), "none");
+    double_click(place_of_label(4).center());
+    EXPECT_EQ(open_overlay(), "none");
+    QHeaderView& headings = *grid().horizontalHeader();
+    double_click(place_of(*headings.viewport(), headings.viewport()->rect()).center());
+    EXPECT_EQ(open_overlay(), "none");
+    EXPECT_EQ(focused(), "MSFlexGrid1");
+}
+
+TEST_F(Editing, abc_in_a_tag_becomes_ABC) {
+    open(kEmptyRow, 1);
+    type("abc");
+    EXPECT_EQ(text(), "ABC");
+    EXPECT_EQ(cell(kEmptyRow, 1), "ABC");
+    EXPECT_EQ(cell(kEmptyRow, 3), "");
+}
+
+TEST_F(Editing, a_tag_takes_only_its_characters) {
+    for (char32_t code = 0x20; code < 0x100; ++code) {
+        if (code >= 0x7F && code < 0xA0) continue;
+        const QString typed = QString::fromUcs4(&code, 1);
+        open(kEmptyRow, 1);
+        type(typed);
+        const QString upper = code < 0x80 ? typed.toUpper() : typed;
+        const bool taken = QString(" ()*+-/0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ").contains(upper);
+        EXPECT_EQ(text(), taken ? qt::to_utf8(upper) : "") << static_cast<unsigned>(code);
+        set_cell(kEmptyRow, 1, "");
+    }
+}
+
+TEST_F(Editing, hashes_and_accents_are_dropped_between_what_is_taken) {
+    open(kEmptyRow, 1);
+    type(
+        QString::fromUtf8("a#b\xC3\xA9\xE2\x82\xAC\xE6\x97\xA5"
+                          "c"));
+    EXPECT_EQ(cell(kEmptyRow, 1), "ABC");
+    EXPECT_EQ(text(), "ABC");
+}
+
+TEST_F(Editing, a_seventh_character_leaves_six_and_the_caret_where_it_was) {
+    open(kEmptyRow, 1);
+    type("abcdefg");
+    EXPECT_EQ(text(), "ABCDEF");
+    EXPECT_EQ(cell(kEmptyRow, 1), "ABCDEF");
+    EXPECT_EQ(box().cursorPosition(), 6);
+    key(Qt::Key_Home);
+    type("x");
+    EXPECT_EQ(text(), "XABCDE");
+    EXPECT_EQ(cell(kEmptyRow, 1), "XABCDE");
+    EXPECT_EQ(box().cursorPosition(), 1);
+}
+
+TEST_F(Editing, a_second_full_stop_in_a_frequency_is_dropped) {
+    open(kEmptyRow, 2);
+    type("145.5.5");
+    EXPECT_EQ(text(), "145.55");
+    EXPECT_EQ(cell(kEmptyRow, 2), "145.55000");
+}
+
+TEST_F(Editing, a_frequency_takes_digits_and_ten_characters) {
+    open(kEmptyRow, 2);
+    type("1a2#,-+ 3.4567890123");
+    EXPECT_EQ(text(), "123.456789");
+}
+
+TEST_F(Editing, the_first_digit_of_a_frequency_makes_a_channel_of_an_empty_row) {
+    open(kEmptyRow, 2);
+    EXPECT_EQ(cell(kEmptyRow, 3), "");
+    type("1");
+    EXPECT_EQ(cell(kEmptyRow, 3), "NFM");
+    EXPECT_EQ(cell(kEmptyRow, 4), "Off");
+    EXPECT_EQ(text(), "1");
+    EXPECT_EQ(cell(kEmptyRow, 2), "1.00000");
+}
+
+TEST_F(Editing, the_mode_of_a_channel_stays_when_its_frequency_is_typed_anew) {
+    set_cell(kEmptyRow, 3, "AM");
+    set_cell(kEmptyRow, 4, "On");
+    open(kEmptyRow, 2);
+    type("121.5");
+    EXPECT_EQ(cell(kEmptyRow, 3), "AM");
+    EXPECT_EQ(cell(kEmptyRow, 4), "On");
+}
+
+TEST_F(Editing, typing_replaces_the_selected_text_and_backspace_and_delete_work) {
+    set_cell(kEmptyRow, 1, "OLD");
+    open(kEmptyRow, 1);
+    type("new");
+    EXPECT_EQ(cell(kEmptyRow, 1), "NEW");
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(cell(kEmptyRow, 1), "NE");
+    key(Qt::Key_Home);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(cell(kEmptyRow, 1), "E");
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(cell(kEmptyRow, 1), text());
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(cell(kEmptyRow, 1), "");
+}
+
+TEST_F(Editing, alt_gr_types_and_control_does_not) {
+    open(kEmptyRow, 1);
+    QTest::sendKeyEvent(QTest::Click, &box(), Qt::Key_Slash, "/",
+                        Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_EQ(cell(kEmptyRow, 1), "/");
+    key(Qt::Key_B, Qt::ControlModifier);
+    EXPECT_EQ(cell(kEmptyRow, 1), "/");
+}
+
+TEST_F(Editing, what_is_pasted_is_not_filtered_but_cut_to_six_in_a_tag) {
+    open(kEmptyRow, 1);
+    paste("lower");
+    EXPECT_EQ(cell(kEmptyRow, 1), "lower");
+    box().selectAll();
+    paste(QString::fromUtf8("caf\xC3\xA9#1234567"));
+    EXPECT_EQ(text(), "caf\xC3\xA9#1");
+    EXPECT_EQ(cell(kEmptyRow, 1), "caf\xC3\xA9#1");
+}
+
+TEST_F(Editing, a_long_paste_into_a_frequency_is_ten_characters_and_formatted) {
+    open(kEmptyRow, 2);
+    paste("145.123456789");
+    EXPECT_EQ(text(), "145.123456");
+    EXPECT_EQ(cell(kEmptyRow, 2).substr(0, 7), "145.123");
+    EXPECT_EQ(cell(kEmptyRow, 2).size(), 9U);
+    EXPECT_EQ(cell(kEmptyRow, 3), "NFM");
+}
+
+TEST_F(Editing, a_character_that_the_radio_lacks_is_shown_as_what_is_stored) {
+    open(kEmptyRow, 1);
+    paste(
+        QString::fromUtf8("A\xE6\x97\xA5"
+                          "B"));
+    EXPECT_EQ(text(), cell(kEmptyRow, 1));
+    EXPECT_EQ(cell(kEmptyRow, 1).front(), 'A');
+    EXPECT_EQ(cell(kEmptyRow, 1).back(), 'B');
+}
+
+TEST_F(Editing, a_huge_paste_is_taken_at_once) {
+    open(kEmptyRow, 1);
+    const QSignalSpy changes(grid().model(), &QAbstractItemModel::dataChanged);
+    paste(QString(100'000, 'x') + "\n" + QString(100'000, 'y'));
+    EXPECT_EQ(cell(kEmptyRow, 1), "xxxxxx");
+    EXPECT_EQ(text(), "xxxxxx");
+    EXPECT_LE(changes.size(), 2);
+}
+
+TEST_F(Editing, a_drop_obeys_the_same_rules) {
+    open(kEmptyRow, 1);
+    drop(box(), "dropped text");
+    EXPECT_EQ(cell(kEmptyRow, 1), "droppe");
+    EXPECT_EQ(text(), "droppe");
+    open(kEmptyRow, 2);
+    drop(box(), "88.3");
+    EXPECT_EQ(cell(kEmptyRow, 2), "88.30000");
+    EXPECT_EQ(cell(kEmptyRow, 4), "Off");
+}
+
+TEST_F(Editing, what_an_input_method_commits_obeys_the_same_rules) {
+    open(kEmptyRow, 1);
+    commit(
+        QString::fromUtf8("\xC3\xBC"
+                          "bcdefgh"));
+    EXPECT_EQ(cell(kEmptyRow, 1),
+              "\xC3\xBC"
+              "bcdef");
+    EXPECT_EQ(text(), cell(kEmptyRow, 1));
+    open(kEmptyRow, 2);
+    commit("433");
+    EXPECT_EQ(cell(kEmptyRow, 2), "433.00000");
+    EXPECT_EQ(cell(kEmptyRow, 3), "NFM");
+}
+
+TEST_F(Editing, a_held_key_costs_one_cell_a_change) {
+    open(kEmptyRow, 2);
+    type("1");
+    const QSignalSpy changes(grid().model(), &QAbstractItemModel::dataChanged);
+    type("23456789");
+    ASSERT_EQ(changes.size(), 8);
+    for (const auto& change : changes) {
+        EXPECT_EQ(change[0].toModelIndex(), index(kEmptyRow, 2));
+        EXPECT_EQ(change[1].toModelIndex(), index(kEmptyRow, 2));
+    }
+}
+
+}  // namespace
+}  // namespace memwright::gui
