@@ -84,6 +84,8 @@ std::vector<Control*> Form1::lockable() {
 
 void Form1::DisableGui() {
     locked_.clear();
+    TxtGrid.visible = false;
+    CboGrid.visible = false;
     for (Control* control : lockable()) {
         if (control->enabled) locked_.push_back(control);
         control->enabled = false;

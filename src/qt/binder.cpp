@@ -51,12 +51,13 @@ void Binder::bind(TextBox& box) {
     connections_.push_back(box.focus_wanted.connect([edit] { edit->setFocus(); }));
 }
 
-// An overlay that is hidden while it has the focus gives it back to the grid.
+// An overlay that is hidden while it has the focus gives it back to the grid, or would have it when
+// its window becomes the active one again.
 void Binder::bind_overlay_state(PlacedControl& control, QWidget& widget) {
     bind_place(control, widget);
     follow(control.visible, [&] {
         auto* const grid = form_.findChild<GridView*>();
-        if (!control.visible && widget.hasFocus()) grid->setFocus();
+        if (!control.visible && form_.focusWidget() == &widget) grid->setFocus();
         grid->set_editing(control.visible);
         widget.setVisible(control.visible);
         if (control.visible) widget.raise();

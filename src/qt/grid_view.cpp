@@ -4,7 +4,6 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -160,6 +159,7 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void GridView::press(const QMouseEvent& event, const QPoint& position) {
+    double_click_ = false;
     setFocus(Qt::MouseFocusReason);
     const WithoutScrolling still(*this);
     grid_->mouse_down(button_of(event.button()), cell_at(position));
@@ -167,6 +167,13 @@ void GridView::press(const QMouseEvent& event, const QPoint& position) {
 
 void GridView::release(const QMouseEvent& event, const QPoint& position) {
     const WithoutScrolling still(*this);
+    // The second release of a double click is no click, which would close what it opened, and the
+    // cell that was meant may have been scrolled away from the mouse.
+    if (double_click_) {
+        double_click_ = false;
+        grid_->mouse_up(button_of(event.button()), {grid_->Row(), grid_->Col()});
+        return;
+    }
     grid_->mouse_up(button_of(event.button()), cell_at(position));
     grid_->clicked();
 }
@@ -184,7 +191,9 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     press(*event, event->position().toPoint() + viewport()->pos());
-    if (event->button() == Qt::LeftButton) grid_->double_clicked();
+    if (event->button() != Qt::LeftButton) return;
+    double_click_ = true;
+    grid_->double_clicked();
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
@@ -207,11 +216,20 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// A character that is typed on a cell opens its text box and is the first in it.
+// From a label the keys go on in its row.
+QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    constexpr int kFirstCol = 1;
+    if (!currentIndex().isValid() && grid_->Row() > 0) {
+        setCurrentIndex(model()->index(grid_->Row() - 1, kFirstCol));
+    }
+    return QTableView::moveCursor(action, modifiers);
+}
+
+// A character that is typed on a cell opens what edits it and is the first in it.
 void GridView::type_into_cell(QKeyEvent& event) {
     grid_->double_clicked();
     QWidget* const editor = QApplication::focusWidget();
-    if (qobject_cast<QLineEdit*>(editor) != nullptr) QCoreApplication::sendEvent(editor, &event);
+    if (editor != nullptr && editor != this) QCoreApplication::sendEvent(editor, &event);
 }
 
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

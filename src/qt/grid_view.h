@@ -43,6 +43,7 @@ class GridView final : public QTableView, public CellPlaces {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void changeEvent(QEvent* event) override;
     void updateGeometries() override;
@@ -60,6 +61,7 @@ class GridView final : public QTableView, public CellPlaces {
     MSFlexGrid* grid_ = nullptr;
     CellDelegate* delegate_;
     CornerHeading* corner_;
+    bool double_click_ = false;  // its second release is still to come
     std::vector<Connection> connections_;
 };
 

@@ -2,8 +2,11 @@
 
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
+#include <QWheelEvent>
 
+#include "qt/grid_view.h"
 #include "qt/text.h"
 
 namespace memwright::qt {
@@ -42,6 +45,21 @@ bool may_move(const QKeyEvent& event) {
 bool is_tab(const QEvent& event) {
     return event.type() == QEvent::KeyPress &&
            key_of(static_cast<const QKeyEvent&>(event)) == Key::tab;
+}
+
+// Escape closes the overlay and ends nothing else. True if the event has been dealt with.
+bool keeps_keys(QEvent& event) {
+    if (event.type() != QEvent::ShortcutOverride) return false;
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    if (key != Qt::Key_Escape) return false;
+    event.accept();
+    return true;
+}
+
+// The wheel scrolls the table, over an overlay too: it changes no choice by the way.
+void turn_over_grid(const QWidget& overlay, QWheelEvent& event) {
+    auto* const grid = overlay.parentWidget()->findChild<GridView*>();
+    if (grid != nullptr) QCoreApplication::sendEvent(grid->viewport(), &event);
 }
 
 template <class Box>
@@ -85,6 +103,7 @@ void CellTextBox::tell_text() {
 }
 
 bool CellTextBox::event(QEvent* event) {
+    if (keeps_keys(*event)) return true;
     // Tab moves between cells: it must not move the focus.
     if (is_tab(*event)) {
         keyPressEvent(static_cast<QKeyEvent*>(event));
@@ -129,6 +148,8 @@ void CellTextBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (!own_menu_) box_->focus_lost();
 }
+
+void CellTextBox::wheelEvent(QWheelEvent* event) { turn_over_grid(*this, *event); }
 
 void CellTextBox::contextMenuEvent(QContextMenuEvent* event) {
     own_menu_ = true;
@@ -175,6 +196,7 @@ void CellComboBox::show_items() {
 }
 
 bool CellComboBox::event(QEvent* event) {
+    if (keeps_keys(*event)) return true;
     if (is_tab(*event)) {
         keyPressEvent(static_cast<QKeyEvent*>(event));
         return true;
@@ -197,5 +219,7 @@ void CellComboBox::focusOutEvent(QFocusEvent* event) {
     QComboBox::focusOutEvent(event);
     if (!view()->isVisible() && event->reason() != Qt::PopupFocusReason) box_->focus_lost();
 }
+
+void CellComboBox::wheelEvent(QWheelEvent* event) { turn_over_grid(*this, *event); }
 
 }  // namespace memwright::qt

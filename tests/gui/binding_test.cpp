@@ -13,8 +13,9 @@ using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAreArray;
 
 const std::vector<std::string> kControls = {
-    "MSFlexGrid1", "Text1",    "Label1",        "Command1",         "Command2",      "Command3",
-    "Command4",    "Command5", "ReceivedLabel", "TransferProgress", "TransferButton"};
+    "MSFlexGrid1",    "Text1",    "Label1",   "Command1",      "Command2",
+    "Command3",       "Command4", "Command5", "ReceivedLabel", "TransferProgress",
+    "TransferButton", "TxtGrid",  "CboGrid"};
 
 const std::vector<std::string> kMenuEntries = {
     "mnuFile",          "mnuOpen",         "mnuSaveOnly",      "mnuSave",     "mnuImport",
@@ -73,7 +74,9 @@ TEST_F(Binding, every_control_has_an_accessible_name) {
         {"Command5", "Load"},
         {"ReceivedLabel", "7 bytes received"},
         {"TransferProgress", "Progress of the transfer"},
-        {"TransferButton", "Cancel"}};
+        {"TransferButton", "Cancel"},
+        {"TxtGrid", "Text of the cell"},
+        {"CboGrid", "Choice for the cell"}};
     ASSERT_EQ(names.size(), kControls.size());
     for (const auto& [control, name] : names) {
         EXPECT_EQ(spoken_name(&widget<QWidget>(control.c_str())), name) << control;

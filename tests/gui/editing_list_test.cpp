@@ -29,7 +29,7 @@ class EditingList : public EditingTest {
     }
     void open_popup() {
         click(place_of(list(), list().rect()).center() + QPoint(list().width() / 2 - 4, 0));
-        ASSERT_TRUE(wait_until([&] { return list().view()->isVisible(); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return list().view()->isVisible(); }, 3000));
     }
     // Points at an entry of the opened list, and clicks.
     void pick(int item) {
@@ -37,10 +37,13 @@ class EditingList : public EditingTest {
         const QPoint place = view.visualRect(view.model()->index(item, 0)).center();
         QTest::mouseMove(view.viewport(), place);
         // A click that comes too soon after the opening still belongs to that.
-        ASSERT_TRUE(wait_until([&] {
-            QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
-            return !view.isVisible();
-        }));
+        constexpr int kLong = 3000;
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] {
+                if (view.isVisible()) QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
+                return !view.isVisible();
+            },
+            kLong));
         window().activateWindow();
     }
 };
