@@ -1,0 +1,110 @@
+// A channel list made with the built program: typed with keys alone, moved, cut, pasted, saved.
+
+#include <gmock/gmock.h>
+
+#include <array>
+
+#include "image/mod_vr120.h"
+#include "platform/native_file_system.h"
+#include "system/memwright_desktop.h"
+
+namespace memwright::systest {
+namespace {
+
+using testing::ElementsAreArray;
+using testing::Eq;
+
+struct Channel {
+    const char* tag;
+    const char* frequency;  // as typed
+    const char* mode;
+    const char* preference;
+};
+
+constexpr std::array<Channel, 10> kTyped = {{{"tower", "118.5", "AM", "On"},
+                                             {"ground", "121.725", "AM", "Off"},
+                                             {"fm 1", "88.3", "WFM", "Off"},
+                                             {"fm 2", "99.9", "WFM", "On"},
+                                             {"2m a", "145.5", "NFM", "Off"},
+                                             {"2m b", "145.575", "NFM", "Off"},
+                                             {"70cm", "433.5", "NFM", "On"},
+                                             {"pmr 1", "446.00625", "NFM", "Off"},
+                                             {"ch*9+", "27.185", "AM", "Off"},
+                                             {"last", "1.00000", "AM", "On"}}};
+
+// Which of the typed channels each row holds in the end; -1 for none.
+constexpr std::array<int, 12> kRows = {1, 2, 0, 3, 4, 5, -1, -1, 8, 9, 6, 7};
+
+class SystemEditing : public MemwrightDesktop {
+  protected:
+    Point label(int row) const {
+        const Rectangle first = grid().cell(0, 1).rectangle();
+        const Rectangle next = grid().cell(1, 1).rectangle();
+        return {first.x - 20, first.y + first.height / 2 + (row - 1) * (next.y - first.y)};
+    }
+    // The file as the memory image's own rules make it of the channels.
+    static MemoryImage expected() {
+        NativeFileSystem files;
+        modVR120 store(files);
+        for (int row = 0; row < 640; ++row) {
+            const int bank = row / 64, memory = row % 64;
+            const auto place = static_cast<std::size_t>(row);
+            const int typed = place < kRows.size() ? kRows[place] : -1;
+            if (typed < 0) {
+                store.ClearMem(bank, memory);
+                continue;
+            }
+            const Channel& channel = kTyped[static_cast<std::size_t>(typed)];
+            std::string tag = channel.tag, frequency = channel.frequency;
+            for (char& c : tag) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+            store.SetMemByte(bank, memory, 0);
+            store.SetMemFreq(bank, memory, frequency);
+            store.SetMemTag(bank, memory, tag);
+            store.SetMode(bank, memory, channel.mode);
+            store.SetPref(bank, memory, channel.preference);
+        }
+        return store.MemoryImage;
+    }
+};
+
+TEST_F(SystemEditing, ten_channels_are_typed_moved_cut_pasted_and_saved) {
+    const auto path = changing_image();
+    start({path.string()});
+    wait_for_caption(std::string(kTitle) + " - " + path.string());
+
+    keyboard.press("F2");
+    for (const Channel& channel : kTyped) {
+        for (const char* const text :
+             {channel.tag, channel.frequency, channel.mode, channel.preference}) {
+            keyboard.type(text);
+            keyboard.press("Tab");
+        }
+    }
+    keyboard.press("Esc");
+    program->settle();
+    EXPECT_EQ(cell(1, 1), "TOWER");
+    EXPECT_EQ(cell(10, 1), "LAST");
+    EXPECT_EQ(cell(10, 4), "On");
+
+    // Row 1 goes down by two.
+    mouse.click(label(1));
+    const Accessible down = main().button("Move down");
+    mouse.click(down);
+    mouse.click(down);
+    expect_eventually([&] { return cell(3, 1); }, Eq("TOWER"));
+
+    // Rows 7 and 8 go to rows 11 and 12.
+    mouse.drag(label(7), label(8));
+    choose("Edit Channels", "Cut");
+    expect_eventually([&] { return cell(7, 1); }, Eq(""));
+    mouse.click(grid().cell(10, 1));
+    choose("Edit Channels", "Paste");
+    expect_eventually([&] { return cell(12, 1); }, Eq("PMR 1"));
+
+    choose("File", "Save");
+    program->settle();
+    EXPECT_THAT(file_bytes(path), ElementsAreArray(expected().bytes()));
+}
+
+}  // namespace
+}  // namespace memwright::systest
