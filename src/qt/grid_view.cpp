@@ -126,8 +126,8 @@ CellPlaces::Place GridView::current_cell() {
 MouseCell GridView::cell_at(const QPoint& position) const {
     const QPoint inside = position - viewport()->pos();
     const int first = std::max(rowAt(0), 0);
-    int row = inside.y() < 0 ? -1 : rowAt(inside.y());
-    if (inside.y() >= 0 && row < 0) row = rowAt(viewport()->height() - 1);
+    // The view knows rows below its lower edge too, which nobody sees.
+    int row = inside.y() < 0 ? -1 : rowAt(std::min(inside.y(), viewport()->height() - 1));
     if (inside.y() >= 0 && row < 0) row = model()->rowCount() - 1;
     if (inside.y() < -horizontalHeader()->height()) row = first;
     int col = inside.x() < 0 ? 0 : columnAt(inside.x());

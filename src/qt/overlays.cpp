@@ -133,7 +133,8 @@ bool CellTextBox::type(QKeyEvent& event) {
     // AltGr is Ctrl and Alt at once on some systems, and types characters.
     const bool command = (event.modifiers() & commands) != 0 &&
                          (event.modifiers() & commands) != (Qt::ControlModifier | Qt::AltModifier);
-    if (command || typed.size() != 1 || !typed.front().isPrint()) return false;
+    const bool one = typed.size() == 1 && typed.front().category() != QChar::Other_Control;
+    if (command || !one) return false;
     const std::string bytes = to_radio(typed);
     char character = bytes.front();
     if (from_radio(bytes) != typed) return true;  // not in the radio's character set

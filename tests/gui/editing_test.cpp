@@ -76,6 +76,7 @@ TEST_F(Editing, a_tag_takes_only_its_characters) {
         const QString upper = code < 0x80 ? typed.toUpper() : typed;
         const bool taken = QString(" ()*+-/0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ").contains(upper);
         EXPECT_EQ(text(), taken ? qt::to_utf8(upper) : "") << static_cast<unsigned>(code);
+        key(Qt::Key_Escape);
         set_cell(kEmptyRow, 1, "");
     }
 }
@@ -225,14 +226,14 @@ TEST_F(Editing, what_an_input_method_commits_obeys_the_same_rules) {
 }
 
 TEST_F(Editing, a_held_key_costs_one_cell_a_change) {
-    open(kEmptyRow, 2);
+    open(kEmptyRow, 1);
     type("1");
     const QSignalSpy changes(grid().model(), &QAbstractItemModel::dataChanged);
-    type("23456789");
-    ASSERT_EQ(changes.size(), 8);
+    type("11111");
+    ASSERT_EQ(changes.size(), 5);
     for (const auto& change : changes) {
-        EXPECT_EQ(change[0].toModelIndex(), index(kEmptyRow, 2));
-        EXPECT_EQ(change[1].toModelIndex(), index(kEmptyRow, 2));
+        EXPECT_EQ(change[0].toModelIndex(), index(kEmptyRow, 1));
+        EXPECT_EQ(change[1].toModelIndex(), index(kEmptyRow, 1));
     }
 }
 

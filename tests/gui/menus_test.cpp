@@ -134,9 +134,6 @@ TEST_F(Menus, entries_of_operations_that_are_not_there_yet_do_nothing) {
     for (const auto& [menu, entry] : {std::pair{"mnuFile", "mnuImport"},
                                       {"mnuFile", "mnuExport"},
                                       {"mnuFile", "mnuPrint"},
-                                      {"mnuEdit", "mnuCut"},
-                                      {"mnuEdit", "mnuCopy"},
-                                      {"mnuEdit", "mnuPaste"},
                                       {"mnuVR120Settings", "mnuMiscSettings"},
                                       {"mnuVR120Settings", "mnuSearchBandMem"},
                                       {"mnuTransfer", "mnuforce"}}) {
