@@ -27,6 +27,7 @@ class RadioEnd {
 
     // The program has opened the line, and the radio's owner has pressed the key.
     void begin() {
+        left_ = false;
         radio_.line_closed(now());
         radio_.line_opened(now());
     }
@@ -58,8 +59,14 @@ class RadioEnd {
         radio::Bytes heard;
         while (!line_.is_silent()) {
             const radio::Bytes byte = line_.receive(1, kShort);
+            left_ = left_ || byte.empty();
             if (byte.empty()) break;  // the line is closed
             heard.push_back(byte.front());
+        }
+        // What an ended transfer left on the line is nothing to the next one.
+        if (left_) {
+            radio_.transmit(now());
+            return;
         }
         received_.insert(received_.end(), heard.begin(), heard.end());
         if (!heard.empty()) radio_.receive(heard, now());
@@ -68,6 +75,7 @@ class RadioEnd {
         if (radio_.hung_up()) hang_up();
     }
 
+    bool left_ = false;  // closed since begin()
     testing::PseudoTerminal line_;
     std::string path_ = line_.path();
     radio::SimulatedRadio radio_;
