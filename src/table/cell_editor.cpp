@@ -95,6 +95,7 @@ void CellEditor::hide_overlays() {
 
 void CellEditor::TxtGrid_Change() {
     if (LoadingEditor_) return;
+    const MSFlexGrid::Batch batch(grid_);
     std::string text = TxtGrid_.text;
     const int row = grid_.Row();
     if (grid_.Col() == kFreq) {
@@ -201,6 +202,7 @@ void CellEditor::CboGrid_Change() {
 
 void CellEditor::CboGrid_Click() {
     if (LoadingEditor_) return;
+    const MSFlexGrid::Batch batch(grid_);
     grid_.set_text(grid_.Row(), grid_.Col(), CboGrid_.text);
     if (grid_.Col() != kMasked) return;
     colour_row_by_mask();
