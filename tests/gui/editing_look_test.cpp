@@ -1,5 +1,6 @@
 // The overlays' places and what they look like.
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <cmath>
 
@@ -46,15 +47,42 @@ TEST_F(EditingLook, overlays_have_the_font_of_the_cell) {
     EXPECT_EQ(list().font(), grid().font());
 }
 
-TEST_F(EditingLook, pictures_for_human_eyes) {
-    if (!pictures_wanted()) GTEST_SKIP() << "MEMWRIGHT_PICTURES names no folder";
+// The widest texts of the columns, in both palettes; pictures of it all where they are wanted.
+TEST_F(EditingLook, texts_in_overlays_are_whole_and_readable_in_light_and_dark) {
+    set_cell(4, 1, "WWWWWW");
+    set_cell(4, 2, "1299.99975");
+    set_cell(4, 3, "WFM");
     for (const bool dark : {false, true}) {
         const WithPalette palette(dark ? dark_palette() : QApplication::palette());
-        const std::string theme = dark ? "-dark" : "-light";
         for (const int col : {1, 2, 3, 4}) {
             open(4, col);
-            take_picture(window(), "editing-" + std::to_string(col) + theme);
+            if (pictures_wanted()) {
+                take_picture(window(),
+                             "editing-" + std::to_string(col) + (dark ? "-dark" : "-light"));
+            }
+            QLineEdit& edit = col < 3 ? box() : *list().lineEdit();
+            const auto place = "column " + std::to_string(col) + (dark ? ", dark" : ", light");
+            EXPECT_LE(edit.fontMetrics().horizontalAdvance(edit.text()), edit.width()) << place;
+            EXPECT_LE(edit.fontMetrics().height(), edit.height()) << place;
+            edit.deselect();
+            const QImage shown = picture_of(edit, edit.rect());
+            EXPECT_GE(contrast(ink_of(shown), background_of(shown)), 7) << place;
         }
+    }
+}
+
+TEST_F(EditingLook, the_list_opens_below_its_cell) {
+    for (const int col : {3, 4}) {
+        open(4, col);
+        list().showPopup();
+        QWidget& opened = *list().view()->window();
+        ASSERT_TRUE(wait_until([&] { return opened.isVisible(); }));
+        const QRect cell_place = place_of_cell(4, col);
+        const QPoint below = window().mapToGlobal(cell_place.bottomLeft());
+        EXPECT_GE(opened.geometry().top(), below.y() - 1);
+        EXPECT_LE(opened.geometry().top(), below.y() + 4);
+        EXPECT_NEAR(opened.geometry().left(), below.x(), 2);
+        list().hidePopup();
     }
 }
 

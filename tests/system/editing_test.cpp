@@ -106,5 +106,44 @@ TEST_F(SystemEditing, ten_channels_are_typed_moved_cut_pasted_and_saved) {
     EXPECT_THAT(file_bytes(path), ElementsAreArray(expected().bytes()));
 }
 
+TEST_F(SystemEditing, after_a_menu_is_left_the_keys_go_on_in_the_grid) {
+    const auto path = changing_image();
+    start({path.string()});
+    wait_for_caption(std::string(kTitle) + " - " + path.string());
+    keyboard.type("abc");
+    program->settle();
+    keyboard.press("Alt+E");
+    main().menu_item("Cut").wait_for(State::kShowing);
+    keyboard.press("Esc");
+    main().menu_item("Cut").wait_for(State::kShowing, false);
+    keyboard.press("Esc");
+    program->settle();
+    EXPECT_TRUE(grid().focused());
+    keyboard.press("Down");
+    keyboard.type("def");
+    expect_eventually([&] { return cell(2, 1); }, Eq("DEF"));
+    EXPECT_EQ(cell(1, 1), "ABC");
+}
+
+TEST_F(SystemEditing, a_write_that_is_started_with_an_editor_open_sends_what_was_typed_last) {
+    plug_in({"--mode", "receive"});
+    const auto path = changing_image();
+    start({path.string()});
+    wait_for_caption(std::string(kTitle) + " - " + path.string());
+    keyboard.type("tower");
+    keyboard.press("Tab");
+    keyboard.type("118.5");
+    choose("Transfer", "Write To VR-120");
+    answer("Write To VR-120", kWriteInstructions, "OK");
+    expect_status("Write To VR-120 complete.", kTransferPatience);
+    radio->wait_for_line("received");
+    NativeFileSystem files;
+    modVR120 store(files);
+    store.OpenVR120(radio_file().string());
+    EXPECT_EQ(store.GetMemTag(0, 0), "TOWER");
+    EXPECT_EQ(store.GetMemFreq(0, 0), "118.50000");
+    EXPECT_EQ(store.GetMode(0, 0), "NFM");
+}
+
 }  // namespace
 }  // namespace memwright::systest
