@@ -133,7 +133,10 @@ void MainWindow::show_accessibly(Form1& form) {
     name_status();
     connections_.push_back(form.Label1.caption.changed.connect(name_status));
     connections_.push_back(form.MSFlexGrid1.enabled.changed.connect([this, &form] {
-        if (form.MSFlexGrid1.enabled) findChild<GridView*>()->setFocus();
+        if (!form.MSFlexGrid1.enabled) return;
+        findChild<GridView*>()->setFocus();
+        // Begun: what is left to say of the empty status window.
+        findChild<QPlainTextEdit*>("Text1")->setPlaceholderText(tr("Errors are noted here."));
     }));
 }
 
