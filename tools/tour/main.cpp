@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -66,11 +67,20 @@ class Tour {
                      const std::function<void(Dialog&)>& answer) {
         bool answered = false;
         std::exception_ptr failure;  // must not pass through the event loop
+        QPointer<QWidget> first;
         QTimer look;
         QObject::connect(&look, &QTimer::timeout, [&] {
+            if (answered) {
+                // Whatever comes after the dialog is an error report.
+                auto* const report = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                if (report == nullptr || report == first) return;
+                failure = std::make_exception_ptr(std::runtime_error(report->text().toStdString()));
+                report->reject();
+                return;
+            }
             auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
             if (dialog == nullptr) return;
-            look.stop();
+            first = dialog;
             answered = true;
             try {
                 answer(*dialog);
