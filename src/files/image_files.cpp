@@ -1,17 +1,12 @@
 #include "files/image_files.h"
 
 #include <exception>
-#include <filesystem>
 
+#include "files/current_folder.h"
 #include "platform/error.h"
-#include "platform/native_file.h"
 
 namespace memwright {
-namespace {
-
-const FileFilter kAllFiles{"All Files (*.*)", "*.*"};
-
-}  // namespace
+namespace {}  // namespace
 
 std::optional<Answer> ImageFiles::ask_about_changes() {
     if (!table_.IsDataChanged()) return std::nullopt;
@@ -42,7 +37,7 @@ void ImageFiles::mnuOpen_Click() {
          .folder = last_used_folder});
     if (!name) return;
     const std::string path = up_to_nul(*name);
-    enter_folder_of(path);
+    enter_folder_of(path, desktop_.files);
     open(path);
 }
 
@@ -104,7 +99,7 @@ void ImageFiles::save_as() {
             return;
         }
         const std::string path = with_extension(up_to_nul(*name), ".120");
-        enter_folder_of(path);
+        enter_folder_of(path, desktop_.files);
         if (!save_as_confirmed(path)) {
             save_cancelled = true;
             return;
@@ -139,17 +134,6 @@ bool ImageFiles::save_as_confirmed(const std::string& path) {
 
 void ImageFiles::write(const std::string& path) {
     desktop_.files.overwrite(path, store_.MemoryImage.bytes());
-}
-
-// As the system's own dialogs do: the folder of the chosen file becomes the current one.
-void ImageFiles::enter_folder_of(const std::string& path) {
-    const auto folder = native::path_of(path).parent_path();
-    if (folder.empty()) return;
-    try {
-        desktop_.files.set_current_folder(native::name_of(folder));
-    } catch (const FileError&) {
-        // Opening or saving there will say what is wrong.
-    }
 }
 
 }  // namespace memwright

@@ -61,7 +61,6 @@ class ImageFiles {
     void save_as();
     bool save_as_confirmed(const std::string& path);
     void write(const std::string& path);
-    void enter_folder_of(const std::string& path);
 
     modVR120& store_;
     ChannelTable& table_;

@@ -13,6 +13,7 @@ constexpr std::size_t kKilohertzDigits = 3;
 constexpr std::size_t kDecimals = 5;
 constexpr std::size_t kIntegerDigits = 3;
 constexpr double kHighestMegahertz = 1299;
+constexpr std::string_view kNoFrequency = "15FFFFF";
 
 struct Parts {
     std::string integer;
@@ -56,7 +57,7 @@ FrequencyDigits digits_from_frequency(std::string& Freq) {
 
 std::string frequency_from_digits(const std::string& digits, const std::string& fraction) {
     std::string text = with_decimal_hundreds(digits);
-    if (text == "15FFFFF") return "";
+    if (text == kNoFrequency) return "";
     text.insert(text.size() - kKilohertzDigits, ".");
     text = shortest_text(leading_number(text));
     if (!fraction.empty()) {
@@ -68,6 +69,15 @@ std::string frequency_from_digits(const std::string& digits, const std::string& 
     if (point == std::string::npos) return text + ".00000";
     text.resize(std::max(text.size(), point + 1 + kDecimals), '0');
     return text;
+}
+
+std::string limit_from_digits(const std::string& digits, const std::string& fraction) {
+    const std::string text = with_decimal_hundreds(digits);
+    if (text == kNoFrequency) return "";
+    const std::size_t point = text.size() - kKilohertzDigits;
+    // Deliberate: unlike a channel's, these kilohertz are not shortened before the code follows.
+    return shortest_text(leading_number(text.substr(0, point))) + "." +
+           five_decimals(text.substr(point) + fraction);
 }
 
 std::string FormatFreq(std::string& Freq) {

@@ -24,6 +24,9 @@ FrequencyDigits digits_from_frequency(std::string& Freq);
 // the empty memory "FFFFFF".
 std::string frequency_from_digits(const std::string& digits, const std::string& fraction);
 
+// The search limits' reading of the same: the kilohertz digits stay as they are stored.
+std::string limit_from_digits(const std::string& digits, const std::string& fraction);
+
 // Normalises a frequency as typed: at most 1299 MHz, five decimals, a known fraction code, outside
 // of the blocked ranges. `Freq` holds the same text except for the last of these.
 std::string FormatFreq(std::string& Freq);

@@ -38,11 +38,53 @@ inline constexpr int kLabelSize = 6;
 // Bytes 6400 to 7391: radio-wide settings and search limits.
 inline constexpr int kRadioSettings = 6400;
 
+// Settings of a whole byte: the position of the choice in its list.
+inline constexpr int kFastStep = 6662;
+inline constexpr int kLamp = 6666;
+inline constexpr int kBatterySave = 6667;
+inline constexpr int kScanResume = 6669;
+inline constexpr int kSearchWidth = 6671;
+
+// Settings of one bit, in bytes 6673, 6676 and 6677: 0 or 1 is the position of the choice.
+struct BitPlace {
+    int offset;
+    int bit;
+};
+
+inline constexpr BitPlace kAttenuator{6673, 2};
+inline constexpr BitPlace kKeypadLock{6673, 6};
+inline constexpr BitPlace kAmAntenna{6676, 0};
+inline constexpr BitPlace kKeyBeep{6676, 3};
+inline constexpr BitPlace kScanMode = kKeyBeep;  // one bit for both
+inline constexpr BitPlace kSearch{6676, 4};
+inline constexpr BitPlace kFmAntenna{6677, 2};
+inline constexpr BitPlace kSmartSearch{6677, 3};
+inline constexpr BitPlace kSMeterBeep{6677, 5};
+inline constexpr BitPlace kSMeterSensitivity{6677, 6};
+
+// Bytes 6688 and 6689: the banks whose scans are linked, one bit each, bank 0 the lowest of the
+// first byte, banks 8 and 9 the lowest two of the second.
+constexpr BitPlace linked_bank(int bank) { return {6688 + bank / 8, bank % 8}; }
+
+// Bytes 6912 to 6975: search limits 0 to 15, records of 4 bytes like those of the channels; bytes
+// 7152 to 7159: search limits 16 and 17.
+inline constexpr int kSearchLimits = 6912;
+inline constexpr int kLastSearchLimits = 7152;
+inline constexpr int kSearchLimitCount = 18;
+inline constexpr int kFirstSearchLimits = 16;  // as many lie at kSearchLimits
+
 // In clone mode the image travels in blocks of 32 bytes: blocks 0 to 230 carry it whole.
 inline constexpr int kBlockSize = 32;
 inline constexpr int kImageBlocks = kImageSize / kBlockSize;
 static_assert(kImageBlocks * kBlockSize == kImageSize);
 static_assert(kLabels == kRecords + kMemories * kRecordSize);
 static_assert(kRadioSettings == kLabels + kMemories * kLabelSize);
+
+// The offset of search limit 0 to 17.
+constexpr int search_limit(int number) {
+    return number < kFirstSearchLimits
+               ? kSearchLimits + kRecordSize * number
+               : kLastSearchLimits + kRecordSize * (number - kFirstSearchLimits);
+}
 
 }  // namespace memwright::layout

@@ -36,6 +36,15 @@ class modVR120 {
     std::string GetMemByte(int Bank, int Memnumber) const;
     void SetMemByte(int Bank, int Memnumber, int byteval);
 
+    // Of the record of four bytes at an offset, be it a channel's or a search limit's: the
+    // frequency as six hexadecimal digits, and the fraction code.
+    std::string frequency_digits(int loffset) const;
+    std::string fraction_code(int loffset) const;
+    void set_fraction_code(int loffset, const std::string& stp);
+
+    // Stores the number that `Freq` starts with, which is left in it, and its fraction code.
+    void set_frequency(int loffset, std::string& Freq);
+
     // Frequency text, "" for an empty memory. The setter leaves the numeric reading in `Freq`; an
     // empty text stores 0 MHz, not the empty memory.
     std::string GetMemFreq(int Bank, int Memnumber) const;

@@ -1,30 +1,19 @@
-// The fields of a channel memory: frequency, fraction code, mode, preference and label.
+// The fields of a channel memory: frequency, fraction code, mode, preference and label. The first
+// two stand in the search limits' records as well.
 
 #include "image/mod_vr120.h"
 #include "image/number_text.h"
 
 namespace memwright {
 
-std::string modVR120::GetMemFreq(int Bank, int Memnumber) const {
-    const int first = record(Bank, Memnumber);
+std::string modVR120::frequency_digits(int loffset) const {
     std::string digits;
-    for (int i = 0; i < layout::kFrequencySize; ++i) digits += lHex(MemoryImage.get(first + i));
-    return frequency_from_digits(digits, GetRXStp(Bank, Memnumber));
+    for (int i = 0; i < layout::kFrequencySize; ++i) digits += lHex(MemoryImage.get(loffset + i));
+    return digits;
 }
 
-void modVR120::SetMemFreq(int Bank, int Memnumber, std::string& Freq) {
-    const auto [digits, fraction] = digits_from_frequency(Freq);
-    SetRxStp(Bank, Memnumber, fraction);
-    const int first = record(Bank, Memnumber);
-    // 1600 MHz and more give more than six digits: the last byte is always the last two of them.
-    const auto byte = [](const std::string& text) { return static_cast<std::uint8_t>(lLng(text)); };
-    MemoryImage.set(first, byte(digits.substr(0, 2)));
-    MemoryImage.set(first + 1, byte(digits.substr(2, 2)));
-    MemoryImage.set(first + 2, byte(digits.substr(digits.size() - 2)));
-}
-
-std::string modVR120::GetRXStp(int Bank, int Memnumber) const {
-    const int flags = record(Bank, Memnumber) + layout::kFlags;
+std::string modVR120::fraction_code(int loffset) const {
+    const int flags = loffset + layout::kFlags;
     const std::string code = std::to_string(GetBit(flags, layout::kFraction75Bit)) +
                              std::to_string(GetBit(flags, layout::kFraction50Bit)) +
                              std::to_string(GetBit(flags, layout::kFraction25Bit));
@@ -34,11 +23,38 @@ std::string modVR120::GetRXStp(int Bank, int Memnumber) const {
     return "";
 }
 
-void modVR120::SetRxStp(int Bank, int Memnumber, const std::string& stp) {
-    const int flags = record(Bank, Memnumber) + layout::kFlags;
+void modVR120::set_fraction_code(int loffset, const std::string& stp) {
+    const int flags = loffset + layout::kFlags;
     SetBit(flags, layout::kFraction75Bit, stp == "75" ? 1 : 0);
     SetBit(flags, layout::kFraction50Bit, stp == "50" ? 1 : 0);
     SetBit(flags, layout::kFraction25Bit, stp == "25" ? 1 : 0);
+}
+
+void modVR120::set_frequency(int loffset, std::string& Freq) {
+    const auto [digits, fraction] = digits_from_frequency(Freq);
+    set_fraction_code(loffset, fraction);
+    // 1600 MHz and more give more than six digits: the last byte is always the last two of them.
+    const auto byte = [](const std::string& text) { return static_cast<std::uint8_t>(lLng(text)); };
+    MemoryImage.set(loffset, byte(digits.substr(0, 2)));
+    MemoryImage.set(loffset + 1, byte(digits.substr(2, 2)));
+    MemoryImage.set(loffset + 2, byte(digits.substr(digits.size() - 2)));
+}
+
+std::string modVR120::GetMemFreq(int Bank, int Memnumber) const {
+    const int first = record(Bank, Memnumber);
+    return frequency_from_digits(frequency_digits(first), fraction_code(first));
+}
+
+void modVR120::SetMemFreq(int Bank, int Memnumber, std::string& Freq) {
+    set_frequency(record(Bank, Memnumber), Freq);
+}
+
+std::string modVR120::GetRXStp(int Bank, int Memnumber) const {
+    return fraction_code(record(Bank, Memnumber));
+}
+
+void modVR120::SetRxStp(int Bank, int Memnumber, const std::string& stp) {
+    set_fraction_code(record(Bank, Memnumber), stp);
 }
 
 std::string modVR120::GetMode(int Bank, int Memnumber) const {

@@ -2,7 +2,8 @@
 
 // The controls of the windows as plain values with change signals. What stands in them is what the
 // window shows. Lengths are in twips, 1440 to the inch. Texts are UTF-8; only what belongs to the
-// channel table's cells is in the radio's character set (platform/charset.h).
+// channel table's cells, and what is typed into one-line boxes, is in the radio's character set
+// (platform/charset.h).
 
 #include <functional>
 #include <string>
@@ -70,6 +71,22 @@ struct CommandButton : PlacedControl {
     Signal<> clicked;
 };
 
+struct CheckBox : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::string> caption;
+    Property<bool> checked{false};
+};
+
+// One of the buttons of a form or frame of which at most one is selected. Whoever selects one in
+// the program deselects the others.
+struct OptionButton : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::string> caption;
+    Property<bool> selected{false};
+};
+
 struct TextBox : PlacedControl {
     using PlacedControl::PlacedControl;
 
@@ -77,6 +94,7 @@ struct TextBox : PlacedControl {
     Property<std::size_t> caret;       // characters before it
     Property<std::size_t> max_length;  // characters; 0 for no limit
     Property<bool> read_only{false};
+    Signal<> edited;  // its text was typed
     Signal<> focus_wanted;
     Signal<> focus_lost;
 

@@ -31,6 +31,18 @@ class FileError : public Error {
     using Error::Error;
 };
 
+// What a file or the radio's image holds is not what it has to be.
+class InputError : public Error {
+  public:
+    using Error::Error;
+};
+
+// A document cannot be printed.
+class PrinterError : public Error {
+  public:
+    using Error::Error;
+};
+
 // A serial port cannot be opened, cannot be set, or hung up.
 class PortError : public Error {
   public:

@@ -13,6 +13,8 @@ struct FileFilter {
     std::string patterns;  // "*.120;*.tk1"
 };
 
+inline const FileFilter kAllFiles{"All Files (*.*)", "*.*"};
+
 struct FileRequest {
     std::string title;
     std::vector<FileFilter> filters;  // the first is preselected

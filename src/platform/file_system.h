@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -13,6 +14,18 @@
 namespace memwright {
 
 using Bytes = std::vector<std::uint8_t>;
+
+// A regular file that is read from its start to its end.
+class InputFile {
+  public:
+    virtual ~InputFile() = default;
+
+    // Bytes in the file when it was opened.
+    virtual std::uint64_t size() const = 0;
+
+    // The next bytes into `bytes`; how many. Fewer than fit in at the end of the file only.
+    virtual std::size_t read(std::span<std::uint8_t> bytes) = 0;
+};
 
 class FileSystem {
   public:
@@ -26,6 +39,12 @@ class FileSystem {
     // file past their end stay. The file is the complete old one or the complete new one at every
     // moment; it keeps its permissions, and a symbolic link stays a link to it.
     virtual void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) = 0;
+
+    // Replaces a file by one that holds `bytes` and nothing else; otherwise as overwrite.
+    virtual void replace(const std::string& path, std::span<const std::uint8_t> bytes) = 0;
+
+    // Opens a regular file that exists.
+    virtual std::unique_ptr<InputFile> open_input(const std::string& path) = 0;
 
     // True if the attributes of `path` can be read: files and folders alike. Never fails.
     virtual bool exists(const std::string& path) noexcept = 0;

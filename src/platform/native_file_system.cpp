@@ -34,12 +34,12 @@ std::string saving_remedy(int cause) {
     const bool over_quota = false;
 #endif
     if (cause == ENOSPC || cause == EFBIG || over_quota) {
-        return kept + "Free some space, or save to another place with Save As.";
+        return kept + "Free some space, or save to another place.";
     }
     if (cause == EACCES || cause == EPERM || cause == EROFS) {
-        return kept + "Save to a folder that you may write to with Save As.";
+        return kept + "Save to a folder that you may write to.";
     }
-    return kept + "Check that its folder exists, or save to another place with Save As.";
+    return kept + "Check that its folder exists, or save to another place.";
 }
 
 std::string kind_of(fs::file_type type) {
@@ -119,17 +119,55 @@ class Replacement {
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
+const char* const kReadingRemedy = "Check that the file can be read, or open another one.";
+
+File opened(const std::string& path) {
+    File file{native::open_file(native::path_of(path), "rb"), &std::fclose};
+    if (file == nullptr) fail("open", path, last_cause(), kReadingRemedy);
+    return file;
+}
+
+void check_reading(std::FILE& file, const std::string& path) {
+    if (std::ferror(&file) != 0) fail("read", path, last_cause(), kReadingRemedy);
+}
+
 // Bytes from `first` on, at most `limit`; what was read before a failure is in `bytes`.
 void read_from(const std::string& path, std::size_t first, std::size_t limit, Bytes& bytes) {
-    const std::string remedy = "Check that the file can be read, or open another one.";
-    const File file{native::open_file(native::path_of(path), "rb"), &std::fclose};
-    if (file == nullptr) fail("open", path, last_cause(), remedy);
+    const File file = opened(path);
     if (std::fseek(file.get(), static_cast<long>(first), SEEK_SET) != 0) {
-        fail("read", path, last_cause(), remedy);
+        fail("read", path, last_cause(), kReadingRemedy);
     }
     bytes.resize(limit);
     bytes.resize(std::fread(bytes.data(), 1, limit, file.get()));
-    if (std::ferror(file.get()) != 0) fail("read", path, last_cause(), remedy);
+    check_reading(*file, path);
+}
+
+class NativeInputFile final : public InputFile {
+  public:
+    explicit NativeInputFile(const std::string& path) : path_(path), file_(opened(path)) {
+        std::error_code error;
+        size_ = fs::file_size(native::path_of(path), error);
+        if (error) fail("read", path, error.message(), kReadingRemedy);
+    }
+
+    std::uint64_t size() const override { return size_; }
+    std::size_t read(std::span<std::uint8_t> bytes) override {
+        const std::size_t count = std::fread(bytes.data(), 1, bytes.size(), file_.get());
+        check_reading(*file_, path_);
+        return count;
+    }
+
+  private:
+    std::string path_;
+    File file_;
+    std::uint64_t size_ = 0;
+};
+
+void demand_regular(const std::string& path, const fs::file_status& status,
+                    const std::string& remedy) {
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        fail("open", path, kind_of(status.type()), remedy);
+    }
 }
 
 // Appending creates the file that a dangling link leads to as well, and harms none that has come
@@ -157,13 +195,26 @@ void NativeFileSystem::read(const std::string& path, std::size_t limit, Bytes& b
     std::error_code error;
     const auto status = fs::status(native::path_of(path), error);
     if (status.type() == fs::file_type::not_found) create_empty(path);
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
-        fail("open", path, kind_of(status.type()), "Choose an image file.");
-    }
+    demand_regular(path, status, "Choose an image file.");
     read_from(path, 0, limit, bytes);
 }
 
+std::unique_ptr<InputFile> NativeFileSystem::open_input(const std::string& path) {
+    std::error_code error;
+    demand_regular(path, fs::status(native::path_of(path), error), "Choose an ordinary file.");
+    return std::make_unique<NativeInputFile>(path);
+}
+
 void NativeFileSystem::overwrite(const std::string& path, std::span<const std::uint8_t> bytes) {
+    write(path, bytes, true);
+}
+
+void NativeFileSystem::replace(const std::string& path, std::span<const std::uint8_t> bytes) {
+    write(path, bytes, false);
+}
+
+void NativeFileSystem::write(const std::string& path, std::span<const std::uint8_t> bytes,
+                             bool keep_rest) {
     const fs::path target = behind_links(native::path_of(path));
     std::error_code error;
     const auto old = fs::status(target, error);
@@ -173,7 +224,7 @@ void NativeFileSystem::overwrite(const std::string& path, std::span<const std::u
         demand_writable(path, target);
         const auto old_size = fs::file_size(target, error);
         if (error) fail("save", path, error.message(), saving_remedy(error.value()));
-        if (old_size > bytes.size()) {
+        if (keep_rest && old_size > bytes.size()) {
             read_from(path, bytes.size(), old_size - bytes.size(), rest);
         }
     } else if (old.type() != fs::file_type::not_found) {

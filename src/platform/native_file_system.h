@@ -11,9 +11,14 @@ class NativeFileSystem final : public FileSystem {
   public:
     void read(const std::string& path, std::size_t limit, Bytes& bytes) override;
     void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) override;
+    void replace(const std::string& path, std::span<const std::uint8_t> bytes) override;
+    std::unique_ptr<InputFile> open_input(const std::string& path) override;
     bool exists(const std::string& path) noexcept override;
     std::string current_folder() override;
     void set_current_folder(const std::string& path) override;
+
+  private:
+    void write(const std::string& path, std::span<const std::uint8_t> bytes, bool keep_rest);
 };
 
 }  // namespace memwright

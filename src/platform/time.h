@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <functional>
+#include <string>
 
 #include "platform/signal.h"
 
@@ -15,6 +16,9 @@ class Clock {
 
     // Local time of day in seconds, 0 to less than 86400, with the clock's full resolution.
     virtual double seconds_since_midnight() = 0;
+
+    // Local date and time of day as the user's desktop writes them.
+    virtual std::string date_and_time() = 0;
 };
 
 class EventLoop {

@@ -1,8 +1,9 @@
 #include "qt/qt_platform.h"
 
+#include <QDateTime>
 #include <QEventLoop>
+#include <QLocale>
 #include <QSettings>
-#include <QTime>
 #include <QTimer>
 #include <memory>
 
@@ -44,6 +45,10 @@ void QtSettingsStore::remove(const std::string& application, const std::string& 
 
 double QtClock::seconds_since_midnight() {
     return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
+
+std::string QtClock::date_and_time() {
+    return to_utf8(QLocale::system().toString(QDateTime::currentDateTime(), QLocale::ShortFormat));
 }
 
 void QtEventLoop::wait(std::chrono::milliseconds at_most) {

@@ -21,6 +21,7 @@ class QtSettingsStore final : public SettingsStore {
 class QtClock final : public Clock {
   public:
     double seconds_since_midnight() override;
+    std::string date_and_time() override;
 };
 
 class QtEventLoop final : public EventLoop {

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "image/mod_vr120.h"
-#include "image/number_text.h"
 #include "platform/native_file_system.h"
 
 namespace memwright::radio {
@@ -89,12 +88,9 @@ constexpr Channel kHandhelds[] = {
 };
 
 constexpr Channel kTrials[] = {
-    {0, "50.150", "AM", "6 M"},
-    {1, "74.79125", "NFM", "LOWBND"},
-    {2, "223.500", "NFM", "1.25M"},
-    {8, "145.11250", "NFM", "PACKET"},
-    {9, "433.51225", "NFM", "LINK"},
-    {62, "380.000", "AM", "MIL"},
+    {0, "50.150", "AM", "6 M"},           {1, "74.79125", "NFM", "LOWBND"},
+    {2, "223.500", "NFM", "1.25M"},       {8, "145.11250", "NFM", "PACKET"},
+    {9, "433.51225", "NFM", "LINK"},      {62, "380.000", "AM", "MIL"},
     {63, "1299.000", "WFM", "TOP", true},
 };
 
@@ -115,43 +111,38 @@ struct Setting {
 };
 
 constexpr Setting kSettings[] = {
-    {6662, 1},     // fast step: 100 kHz
-    {6666, 0},     // lamp: automatic
-    {6667, 2},     // battery save: 3 s
-    {6669, 4},     // scan resume: 5 s
-    {6671, 1},     // search width: 10 MHz
-    {6673, 0x00},  // bits 2 and 6: attenuator off, keypad lock off
-    {6676, 0x11},  // bits 0, 3 and 4: bar antenna, key beep on, search between limits
-    {6677, 0x28},  // bits 2, 3, 5 and 6: continuous smart search, S-meter beep on
-    {6688, 0x3F},  // banks 0 to 5 scanned together, one bit each
-    {6689, 0x02},  // bit 0: bank 8, bit 1: bank 9
+    {layout::kFastStep, 1},     // 100 kHz
+    {layout::kLamp, 0},         // automatic
+    {layout::kBatterySave, 2},  // 3 s
+    {layout::kScanResume, 4},   // 5 s
+    {layout::kSearchWidth, 1},  // 10 MHz
 };
 
-// Search limits: records like those of the channels, of which mode 0 means "automatic": sixteen
-// from 6912 on, two more from 7152 on.
+// Those of one bit that are 1; the linked banks are set beside them.
+constexpr layout::BitPlace kSetBits[] = {
+    layout::kAmAntenna,    // bar antenna
+    layout::kSearch,       // between limits
+    layout::kSmartSearch,  // continues
+    layout::kSMeterBeep,
+};
+
+constexpr int kLinkedBanks[] = {0, 1, 2, 3, 4, 5, 9};
+
+// Search limits 0 to 17, of whose modes 0 means "automatic".
 struct Limit {
-    int offset;
     char frequency[10];
     std::uint8_t mode;
 };
 
 constexpr std::uint8_t kAutomatic = 0, kNarrow = 1, kWide = 2, kAm = 3;
 
-constexpr Limit kLimits[] = {
-    {6912, "0.531", kAm},         {6916, "1.602", kAm},        {6920, "26.965", kAm},
-    {6924, "27.405", kNarrow},    {6928, "76.000", kWide},     {6932, "108.000", kWide},
-    {6936, "108.000", kAm},       {6940, "137.000", kAm},      {6944, "144.000", kNarrow},
-    {6948, "146.000", kNarrow},   {6952, "156.000", kNarrow},  {6956, "162.02500", kNarrow},
-    {6960, "430.000", kNarrow},   {6964, "440.000", kNarrow},  {6968, "446.00625", kNarrow},
-    {6972, "446.09375", kNarrow}, {7152, "0.100", kAutomatic}, {7156, "1299.000", kAutomatic},
+constexpr Limit kLimits[layout::kSearchLimitCount] = {
+    {"0.531", kAm},        {"1.602", kAm},           {"26.965", kAm},        {"27.405", kNarrow},
+    {"76.000", kWide},     {"108.000", kWide},       {"108.000", kAm},       {"137.000", kAm},
+    {"144.000", kNarrow},  {"146.000", kNarrow},     {"156.000", kNarrow},   {"162.02500", kNarrow},
+    {"430.000", kNarrow},  {"440.000", kNarrow},     {"446.00625", kNarrow}, {"446.09375", kNarrow},
+    {"0.100", kAutomatic}, {"1299.000", kAutomatic},
 };
-
-std::uint8_t fraction_bits(const std::string& fraction) {
-    if (fraction == "75") return 1U << layout::kFraction75Bit;
-    if (fraction == "50") return 1U << layout::kFraction50Bit;
-    if (fraction == "25") return 1U << layout::kFraction25Bit;
-    return 0;
-}
 
 void store(const Channel& channel, int bank, modVR120& memory) {
     std::string frequency = channel.frequency;
@@ -162,15 +153,19 @@ void store(const Channel& channel, int bank, modVR120& memory) {
     memory.SetMemTag(bank, channel.number, channel.label);
 }
 
-void store(const Limit& limit, MemoryImage& image) {
+void store(const Limit& limit, int number, modVR120& memory) {
     std::string frequency = limit.frequency;
-    const auto [digits, fraction] = digits_from_frequency(frequency);
-    for (int i = 0; i < layout::kFrequencySize; ++i) {
-        const auto byte = digits.substr(2 * static_cast<std::size_t>(i), 2);
-        image.set(limit.offset + i, static_cast<std::uint8_t>(lLng(byte)));
+    const int record = layout::search_limit(number);
+    memory.MemoryImage.set(record + layout::kFlags, limit.mode);
+    memory.set_frequency(record, frequency);
+}
+
+void store_settings(modVR120& memory) {
+    for (const auto& [offset, value] : kSettings) memory.MemoryImage.set(offset, value);
+    for (const auto& [offset, bit] : kSetBits) memory.SetBit(offset, bit, 1);
+    for (const int bank : kLinkedBanks) {
+        memory.SetBit(layout::linked_bank(bank).offset, layout::linked_bank(bank).bit, 1);
     }
-    const auto flags = static_cast<std::uint8_t>(fraction_bits(fraction) | limit.mode);
-    image.set(limit.offset + layout::kFlags, flags);
 }
 
 }  // namespace
@@ -186,8 +181,8 @@ MemoryImage demonstration_memory() {
     for (const Bank& bank : kBanks) {
         for (const Channel& channel : bank.channels) store(channel, bank.number, memory);
     }
-    for (const auto& [offset, value] : kSettings) memory.MemoryImage.set(offset, value);
-    for (const Limit& limit : kLimits) store(limit, memory.MemoryImage);
+    store_settings(memory);
+    for (int i = 0; i < layout::kSearchLimitCount; ++i) store(kLimits[i], i, memory);
     return memory.MemoryImage;
 }
 

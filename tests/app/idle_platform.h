@@ -64,6 +64,7 @@ class IdleLoop final : public Clock, public EventLoop {
     std::vector<Timer> timers;
 
     double seconds_since_midnight() override { return now_; }
+    std::string date_and_time() override { return "21.11.26 12:34"; }
     void wait(std::chrono::milliseconds at_most) override {
         ++waits;
         now_ += std::chrono::duration<double>(at_most).count();

@@ -3,6 +3,8 @@
 // A file system whose operations fail when a test wants them to, and which remembers what was
 // written through it.
 
+#include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -32,6 +34,16 @@ class FaultyFileSystem final : public FileSystem {
         real_.overwrite(path, bytes);
         written.push_back(path);
     }
+    void replace(const std::string& path, std::span<const std::uint8_t> bytes) override {
+        if (writing_fails) throw FileError("Cannot save " + path + ": the disk is full.");
+        real_.replace(path, bytes);
+        written.push_back(path);
+    }
+    std::unique_ptr<InputFile> open_input(const std::string& path) override {
+        auto file = real_.open_input(path);
+        if (!reading_fails) return file;
+        return std::make_unique<FailingFile>(path, read_before_failure, std::move(file));
+    }
     bool exists(const std::string& path) noexcept override { return real_.exists(path); }
     std::string current_folder() override {
         if (asking_for_folder_fails) throw FileError("The current folder is gone.");
@@ -43,6 +55,26 @@ class FaultyFileSystem final : public FileSystem {
     }
 
   private:
+    // Gives some bytes and fails then.
+    class FailingFile final : public InputFile {
+      public:
+        FailingFile(std::string path, std::size_t good, std::unique_ptr<InputFile> file)
+            : path_(std::move(path)), good_(good), file_(std::move(file)) {}
+
+        std::uint64_t size() const override { return file_->size(); }
+        std::size_t read(std::span<std::uint8_t> bytes) override {
+            if (good_ == 0) throw FileError("Cannot read " + path_ + ": the disk is gone.");
+            const std::size_t count = file_->read(bytes.first(std::min(good_, bytes.size())));
+            good_ -= count;
+            return count;
+        }
+
+      private:
+        std::string path_;
+        std::size_t good_;
+        std::unique_ptr<InputFile> file_;
+    };
+
     FileSystem& real_;
 };
 

@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -60,6 +61,8 @@ class VirtualTime final : public Clock, public EventLoop {
         const Time time_of_day = ((time_of_day_at_start_ + now_) % kDay + kDay) % kDay;
         return static_cast<double>(time_of_day.count()) / 1e6;
     }
+
+    std::string date_and_time() override { return "21.11.26 12:34"; }
 
     void wait(std::chrono::milliseconds at_most) override {
         ++waits;

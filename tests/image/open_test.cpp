@@ -82,6 +82,8 @@ class FailingFileSystem final : public FileSystem {
         throw FileError("the disk fails");
     }
     void overwrite(const std::string& /*path*/, std::span<const std::uint8_t> /*bytes*/) override {}
+    void replace(const std::string& /*path*/, std::span<const std::uint8_t> /*bytes*/) override {}
+    std::unique_ptr<InputFile> open_input(const std::string& /*path*/) override { return nullptr; }
     bool exists(const std::string& /*path*/) noexcept override { return true; }
     std::string current_folder() override { return {}; }
     void set_current_folder(const std::string& /*path*/) override {}

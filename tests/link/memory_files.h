@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "platform/error.h"
 #include "platform/file_system.h"
 
 namespace memwright::link_tests {
@@ -20,6 +21,12 @@ class MemoryFiles final : public FileSystem {
     }
     void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) override {
         files[path].assign(bytes.begin(), bytes.end());
+    }
+    void replace(const std::string& path, std::span<const std::uint8_t> bytes) override {
+        overwrite(path, bytes);
+    }
+    std::unique_ptr<InputFile> open_input(const std::string& path) override {
+        throw FileError("Cannot open " + path + ": nothing is read here but images.");
     }
     bool exists(const std::string& path) noexcept override { return files.contains(path); }
     std::string current_folder() override { return folder_; }

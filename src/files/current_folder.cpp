@@ -1,0 +1,17 @@
+#include "files/current_folder.h"
+
+#include "platform/error.h"
+#include "platform/native_file.h"
+
+namespace memwright {
+
+void enter_folder_of(const std::string& path, FileSystem& files) {
+    const auto folder = native::path_of(path).parent_path();
+    if (folder.empty()) return;
+    try {
+        files.set_current_folder(native::name_of(folder));
+    } catch (const FileError&) {
+    }
+}
+
+}  // namespace memwright
