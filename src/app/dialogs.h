@@ -1,6 +1,6 @@
 #pragma once
 
-// The modal dialogs' controls and logic, and how they come onto the screen.
+// The controls and logic of the About box and of the port dialog.
 
 #include <string>
 #include <vector>
@@ -57,15 +57,6 @@ class Form2 {
     std::string device_;                // the chosen path; "" to let the system's order decide
     std::vector<SerialDevice> listed_;  // behind the entries of DeviceList from the second on
     Connection click_;
-};
-
-class DialogViews {
-  public:
-    virtual ~DialogViews() = default;
-
-    // Return when the dialog is closed.
-    virtual void show_modal(Form2& form) = 0;
-    virtual void show_modal(Form5& form) = 0;
 };
 
 }  // namespace memwright

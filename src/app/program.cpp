@@ -2,6 +2,11 @@
 
 #include <utility>
 
+#include "app/dialogs.h"
+#include "app/frm_limit_search.h"
+#include "app/frm_misc_setting.h"
+#include "app/frm_print.h"
+
 namespace memwright {
 
 Program::Program(Platform platform, ComPorts& ports)
@@ -25,7 +30,11 @@ Program::Program(Platform platform, ComPorts& ports)
       link_(platform.port, platform.settings, platform.clock, platform.loop,
             {form.Label1, form.Text1}, control_),
       clone_read_(link_, store_, table_, image_files_, form, platform.messages),
-      clone_write_(link_, store_, table_, form, platform.messages) {
+      clone_write_(link_, store_, table_, form, platform.messages),
+      import_progress_(form, status_window_, platform.loop),
+      csv_files_(table_, form.MSFlexGrid1, platform.file_dialogs, platform.files, import_progress_),
+      printing_(platform.printer, platform.clock, platform.messages,
+                [this] { return image_files_.current_path(); }) {
     connect_menus();
     connect_buttons();
     connect_grid();
@@ -59,7 +68,10 @@ bool Program::close_allowed() {
         shell_.Form_Unload(stay);
         Cancel = stay;
     });
-    if (!Cancel) control_.end_now();
+    if (!Cancel) {
+        control_.end_now();
+        import_progress_.cancel();
+    }
     return !Cancel;
 }
 
@@ -72,6 +84,30 @@ void Program::open_named(const std::string& path) {
     errors_.guard([&] { image_files_.open_named(path); });
 }
 
+template <class Form, class... Arguments>
+void Program::show_dialog(Arguments&&... arguments) {
+    Form dialog(std::forward<Arguments>(arguments)...);
+    platform_.dialogs.show_modal(dialog);
+}
+
+void Program::mnuPrint_Click() {
+    frmPrint dialog;
+    platform_.dialogs.show_modal(dialog);
+    // Deliberate: whichever rows, always across the paper.
+    constexpr bool kHorizontal = true;
+    if (const auto rows = dialog.wanted()) {
+        printing_.PrintGrid(form.MSFlexGrid1, "Memwright", kHorizontal, rows->first, rows->last);
+    }
+}
+
+void Program::transfer_button_clicked() {
+    if (import_progress_.running()) {
+        import_progress_.cancel();
+    } else {
+        control_.button_click();
+    }
+}
+
 void Program::connect(Signal<>& signal, std::function<void()> procedure) {
     connections_.push_back(
         signal.connect([this, run = std::move(procedure)] { errors_.guard(run); }));
@@ -81,23 +117,22 @@ void Program::connect_menus() {
     connect(form.mnuOpen.clicked, [this] { image_files_.mnuOpen_Click(); });
     connect(form.mnuSaveOnly.clicked, [this] { image_files_.mnuSaveOnly_Click(); });
     connect(form.mnuSave.clicked, [this] { image_files_.mnuSave_Click(); });
+    connect(form.mnuImport.clicked, [this] { csv_files_.mnuImport_Click(); });
+    connect(form.mnuExport.clicked, [this] { csv_files_.mnuExport_Click(); });
+    connect(form.mnuPrint.clicked, [this] { mnuPrint_Click(); });
     connect(form.mnuexit.clicked, [this] { platform_.window.close(); });
     connect(form.mnuEdit.clicked, [this] { rows_.mnuEdit_Click(); });
     connect(form.mnuCut.clicked, [this] { rows_.mnuCut_Click(); });
     connect(form.mnuCopy.clicked, [this] { rows_.mnuCopy_Click(); });
     connect(form.mnuPaste.clicked, [this] { rows_.mnuPaste_Click(); });
-    connect(form.mnuPort.clicked, [this] {
-        Form2 dialog(platform_.settings, ports_);
-        platform_.dialogs.show_modal(dialog);
-    });
+    connect(form.mnuPort.clicked, [this] { show_dialog<Form2>(platform_.settings, ports_); });
     connect(form.mnuShwDbg.clicked, [this] { status_window_.mnuShwDbg_Click(); });
+    connect(form.mnuMiscSettings.clicked, [this] { show_dialog<frmMiscSetting>(store_); });
+    connect(form.mnuSearchBandMem.clicked, [this] { show_dialog<frmLimitSearch>(store_); });
     connect(form.mnuRead.clicked, [this] { clone_read_.mnuRead_Click(); });
     connect(form.mnuWrite.clicked, [this] { clone_write_.mnuWrite_Click(); });
     connect(form.mnuforce.clicked, [this] { stall_watch_.mnuforce_Click(); });
-    connect(form.mnuabout.clicked, [this] {
-        Form5 dialog;
-        platform_.dialogs.show_modal(dialog);
-    });
+    connect(form.mnuabout.clicked, [this] { show_dialog<Form5>(); });
 }
 
 void Program::connect_buttons() {
@@ -106,7 +141,7 @@ void Program::connect_buttons() {
     connect(form.Command3.clicked, [this] { rows_.Command3_Click(); });
     connect(form.Command4.clicked, [this] { rows_.Command4_Click(); });
     connect(form.Command5.clicked, [this] { rows_.Command5_Click(); });
-    connect(form.TransferButton.clicked, [this] { control_.button_click(); });
+    connect(form.TransferButton.clicked, [this] { transfer_button_clicked(); });
 }
 
 void Program::connect_grid() {

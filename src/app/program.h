@@ -6,10 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "app/dialogs.h"
+#include "app/dialog_views.h"
 #include "app/error_report.h"
 #include "app/form1.h"
+#include "app/import_progress.h"
+#include "app/print_grid.h"
 #include "app/shell.h"
+#include "files/csv_files.h"
 #include "files/image_files.h"
 #include "image/mod_vr120.h"
 #include "link/clone_read.h"
@@ -36,6 +39,7 @@ struct Platform {
     FormWindow& window;
     DialogViews& dialogs;
     CellPlaces& cells;
+    Printer& printer;
 };
 
 class Program {
@@ -55,6 +59,10 @@ class Program {
 
   private:
     void pop_up_edit_menu();
+    template <class Form, class... Arguments>
+    void show_dialog(Arguments&&... arguments);
+    void mnuPrint_Click();
+    void transfer_button_clicked();
     void connect(Signal<>& signal, std::function<void()> procedure);
     void connect_menus();
     void connect_buttons();
@@ -76,6 +84,9 @@ class Program {
     SerialLink link_;
     CloneRead clone_read_;
     CloneWrite clone_write_;
+    ImportProgress import_progress_;
+    CsvFiles csv_files_;
+    GridPrinting printing_;
     std::vector<Connection> connections_;
 };
 

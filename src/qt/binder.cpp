@@ -1,5 +1,6 @@
 #include "qt/binder.h"
 
+#include "qt/line_box.h"
 #include "qt/overlays.h"
 #include "qt/text.h"
 #include "qt/twips.h"
@@ -92,7 +93,38 @@ void Binder::bind(CommandButton& button) {
     bind_state(button, *shown);
     follow(button.caption, [&button, shown] { shown->setText(from_utf8(button.caption)); });
     if (button.height > 0) bind_place(button, *shown);
-    QObject::connect(shown, &QPushButton::clicked, &form_, [&button] { button.clicked(); });
+    QObject::connect(shown, &QPushButton::clicked, &form_, [&button, shown] {
+        // Pressed by a key, a dialog's button takes the focus as it does from the mouse: what is
+        // typed in a box is finished first.
+        if (shown->autoDefault()) shown->setFocus();
+        button.clicked();
+    });
+}
+
+void Binder::bind(CheckBox& box) {
+    auto* const shown = find<QCheckBox>(box);
+    if (shown == nullptr) return;
+    bind_state(box, *shown);
+    follow(box.caption, [&box, shown] { shown->setText(from_utf8(box.caption)); });
+    follow(box.checked, [&box, shown] { shown->setChecked(box.checked); });
+    QObject::connect(shown, &QCheckBox::toggled, &form_, [&box](bool on) { box.checked = on; });
+}
+
+void Binder::bind(OptionButton& button) {
+    auto* const shown = find<QRadioButton>(button);
+    if (shown == nullptr) return;
+    bind_state(button, *shown);
+    follow(button.caption, [&button, shown] { shown->setText(from_utf8(button.caption)); });
+    follow(button.selected, [&button, shown] { shown->setChecked(button.selected); });
+    QObject::connect(shown, &QRadioButton::toggled, &form_,
+                     [&button](bool on) { button.selected = on; });
+}
+
+void Binder::bind_line(TextBox& box) {
+    auto* const line = find<LineBox>(box);
+    if (line == nullptr) return;
+    bind_state(box, *line);
+    line->show_control(box);
 }
 
 void Binder::bind(ComboBox& box) {

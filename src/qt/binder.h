@@ -4,12 +4,14 @@
 // object name is the control's name.
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <string>
 #include <vector>
 
@@ -28,6 +30,9 @@ class Binder {
     void bind(CommandButton& button);
     void bind(ComboBox& box);
     void bind(ProgressBar& bar);
+    void bind(CheckBox& box);
+    void bind(OptionButton& button);
+    void bind_line(TextBox& box);
     void bind_overlay(TextBox& box);
     void bind_overlay(ComboBox& box);
     void bind(MenuEntry& menu, QMenu& shown);

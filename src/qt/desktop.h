@@ -13,6 +13,7 @@
 #include "qt/main_window.h"
 #include "qt/message_boxes.h"
 #include "qt/qt_platform.h"
+#include "qt/qt_printer.h"
 #include "qt/serial/qt_serial_devices.h"
 #include "qt/serial/qt_serial_port.h"
 
@@ -38,6 +39,7 @@ class Desktop {
     QtDialogViews dialogs_{window};
     NativeFileSystem files_;
     QtSettingsStore settings_;
+    QtPrinter printer_{files_};
     QtClock clock_;
     QtEventLoop loop_;
     QtSerialDevices devices_;
@@ -46,7 +48,7 @@ class Desktop {
 
   public:
     Program program{{messages_, file_dialogs_, files_, settings_, port_, clock_, loop_, window,
-                     dialogs_, window.cell_places()},
+                     dialogs_, window.cell_places(), printer_},
                     com_ports_};
 };
 

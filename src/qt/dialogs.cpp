@@ -1,12 +1,12 @@
 #include "qt/dialogs.h"
 
 #include <QAbstractItemView>
-#include <QBoxLayout>
-#include <QDialog>
 #include <QFormLayout>
 #include <QTimer>
 
+#include "app/dialogs.h"
 #include "qt/binder.h"
+#include "qt/dialog_parts.h"
 
 namespace memwright::qt {
 namespace {
@@ -14,24 +14,6 @@ namespace {
 constexpr int kLookForDevices = 1000;  // milliseconds
 constexpr int kCharactersOfDevice = 48;
 constexpr int kCharactersOfAbout = 34;
-
-template <class Widget>
-Widget* named(const char* name, const QString& accessible = {}) {
-    auto* const widget = new Widget;
-    widget->setObjectName(name);
-    widget->setAccessibleName(accessible);
-    return widget;
-}
-
-// A row with the dialog's button at its end.
-QHBoxLayout* button_row() {
-    auto* const row = new QHBoxLayout;
-    row->addStretch();
-    auto* const button = named<QPushButton>("Command1");
-    button->setDefault(true);
-    row->addWidget(button);
-    return row;
-}
 
 }  // namespace
 
@@ -74,8 +56,7 @@ void QtDialogViews::show_modal(Form2& form) {
         if (!list->view()->isVisible()) form.refresh();
     });
     looks.start(kLookForDevices);
-    const Connection close = form.closed.connect([&] { dialog.accept(); });
-    dialog.exec();
+    run(dialog, form.closed);
 }
 
 void QtDialogViews::show_modal(Form5& form) {
@@ -103,8 +84,7 @@ void QtDialogViews::show_modal(Form5& form) {
     binder.bind(form.VersionLabel);
     binder.bind(form.CreditLabel);
     binder.bind(form.Command1);
-    const Connection close = form.closed.connect([&] { dialog.accept(); });
-    dialog.exec();
+    run(dialog, form.closed);
 }
 
 }  // namespace memwright::qt

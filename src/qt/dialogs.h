@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "app/dialogs.h"
+#include "app/dialog_views.h"
 
 namespace memwright::qt {
 
@@ -14,6 +14,9 @@ class QtDialogViews final : public DialogViews {
 
     void show_modal(Form2& form) override;
     void show_modal(Form5& form) override;
+    void show_modal(frmMiscSetting& form) override;
+    void show_modal(frmLimitSearch& form) override;
+    void show_modal(frmPrint& form) override;
 
   private:
     QWidget& owner_;

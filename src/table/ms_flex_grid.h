@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/picture.h"
 
 namespace memwright {
 
@@ -40,8 +41,6 @@ struct RowRange {
     friend bool operator==(const RowRange&, const RowRange&) = default;
 };
 
-using Colour = std::uint32_t;  // 0xRRGGBB; 0 is the user's own text colour
-
 class MSFlexGrid : public PlacedControl {
   public:
     using PlacedControl::PlacedControl;
@@ -57,6 +56,7 @@ class MSFlexGrid : public PlacedControl {
     const std::string& TextMatrix(int row, int col) const { return cell(row, col).text; }
     void set_text(int row, int col, std::string text);
 
+    // The colour of a cell's text: 0 is the user's own.
     Colour colour(int row, int col) const { return cell(row, col).colour; }
     void set_colour(int row, int col, Colour colour);
 

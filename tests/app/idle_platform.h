@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "app/dialogs.h"
+#include "app/dialog_views.h"
 #include "platform/error.h"
 #include "platform/ms_comm.h"
 #include "platform/serial_devices.h"
@@ -100,15 +100,22 @@ class WorkedDialogs final : public DialogViews {
   public:
     std::function<void(Form2&)> in_form2;
     std::function<void(Form5&)> in_form5;
+    std::function<void(frmMiscSetting&)> in_settings;
+    std::function<void(frmLimitSearch&)> in_limits;
+    std::function<void(frmPrint&)> in_print;
     int shown = 0;
 
-    void show_modal(Form2& form) override {
+    void show_modal(Form2& form) override { work(in_form2, form); }
+    void show_modal(Form5& form) override { work(in_form5, form); }
+    void show_modal(frmMiscSetting& form) override { work(in_settings, form); }
+    void show_modal(frmLimitSearch& form) override { work(in_limits, form); }
+    void show_modal(frmPrint& form) override { work(in_print, form); }
+
+  private:
+    template <class Form>
+    void work(const std::function<void(Form&)>& in_form, Form& form) {
         ++shown;
-        if (in_form2) in_form2(form);
-    }
-    void show_modal(Form5& form) override {
-        ++shown;
-        if (in_form5) in_form5(form);
+        if (in_form) in_form(form);
     }
 };
 

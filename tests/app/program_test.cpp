@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/dialogs.h"
 #include "app/program_under_test.h"
 
 namespace memwright {
@@ -74,14 +75,10 @@ TEST_F(Wiring, the_save_and_load_buttons_move_the_table_into_the_image_and_back)
     EXPECT_EQ(saved_tag("mem.120"), "A") << "no file is touched";
 }
 
-TEST_F(Wiring, entries_without_an_operation_do_nothing) {
+TEST_F(Wiring, separators_and_menus_without_an_operation_do_nothing) {
     edit("B");
     const auto before = enabled_names();
-    for (MenuEntry* entry :
-         {&form.mnuImport, &form.mnuExport, &form.mnuPrint, &form.mnuMiscSettings,
-          &form.mnuSearchBandMem, &form.mnuSep1, &form.mnuFile}) {
-        entry->clicked();
-    }
+    for (MenuEntry* entry : {&form.mnuSep1, &form.mnuFile}) entry->clicked();
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_TRUE(dialogs.asked.empty());
     EXPECT_EQ(views.shown, 0);

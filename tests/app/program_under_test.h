@@ -14,6 +14,7 @@
 #include "fakes/fake_window.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/memory_settings.h"
+#include "fakes/paper.h"
 #include "fakes/scripted_dialogs.h"
 #include "fakes/temporary_folder.h"
 #include "platform/native_file_system.h"
@@ -62,8 +63,9 @@ class ProgramTest : public testing::Test {
     fakes::ListedDevices devices;
     ComPorts ports{devices, settings, {}};
     fakes::FakeCellPlaces cells;
-    Program program{{messages, dialogs, files, settings, port, loop, loop, window, views, cells},
-                    ports};
+    fakes::Paper paper;
+    Program program{
+        {messages, dialogs, files, settings, port, loop, loop, window, views, cells, paper}, ports};
     Form1& form{program.form};
 };
 

@@ -1,6 +1,7 @@
 // What the window's events do to a transfer. The exchange itself is no matter here: nothing answers
 // on the port.
 
+#include "app/dialogs.h"
 #include "app/program_under_test.h"
 
 namespace memwright {

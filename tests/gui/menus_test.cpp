@@ -128,19 +128,5 @@ TEST_F(Menus, accelerators_open_a_menu_and_choose_an_entry) {
     EXPECT_FALSE(form().mnuShwDbg.checked);
 }
 
-TEST_F(Menus, entries_of_operations_that_are_not_there_yet_do_nothing) {
-    open_some_image();
-    const std::string before = caption();
-    for (const auto& [menu, entry] : {std::pair{"mnuFile", "mnuImport"},
-                                      {"mnuFile", "mnuExport"},
-                                      {"mnuFile", "mnuPrint"},
-                                      {"mnuVR120Settings", "mnuMiscSettings"},
-                                      {"mnuVR120Settings", "mnuSearchBandMem"},
-                                      {"mnuTransfer", "mnuforce"}}) {
-        EXPECT_TRUE(answering({}, [&] { choose(menu, entry); }).empty()) << entry;
-    }
-    EXPECT_EQ(caption(), before);
-}
-
 }  // namespace
 }  // namespace memwright::gui

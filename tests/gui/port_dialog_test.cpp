@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "fakes/memory_settings.h"
+#include "app/dialogs.h"
 #include "gui/support/appearance.h"
 #include "gui/support/window_test.h"
 

@@ -1,0 +1,85 @@
+#include "app/frm_limit_search.h"
+
+#include "image/frequency_text.h"
+
+namespace memwright {
+namespace {
+
+int record(std::size_t limit) { return layout::search_limit(static_cast<int>(limit)); }
+
+std::string element(const char* name, int index) {
+    return std::string(name) + "(" + std::to_string(index) + ")";
+}
+
+}  // namespace
+
+frmLimitSearch::frmLimitSearch(modVR120& store) : store_(store) {
+    for (int i = 0; i < layout::kSearchLimitCount; ++i) {
+        Text1.emplace_back(element("Text1", i));
+        Combo1.emplace_back(element("Combo1", i));
+    }
+    for (std::size_t i = 0; i < Text1.size(); ++i) {
+        connections_.push_back(Text1[i].focus_lost.connect([this, i] { Text1_LostFocus(i); }));
+    }
+    int row = 0;
+    for (Label* label : row_labels()) label->caption = "L0&" + std::to_string(row++);
+    Label9.caption = "L-&-";
+    Command1.caption = "&OK";
+    Command2.caption = "&Cancel";
+    connections_.push_back(Command1.clicked.connect([this] {
+        SaveAll();
+        closed();
+    }));
+    connections_.push_back(Command2.clicked.connect([this] { closed(); }));
+    Form_Load();
+}
+
+std::vector<Label*> frmLimitSearch::row_labels() {
+    return {&Label1, &Label2, &Label3, &Label4, &Label5, &Label6, &Label7, &Label8, &Label9};
+}
+
+void frmLimitSearch::Form_Load() {
+    for (std::size_t i = 0; i < Text1.size(); ++i) {
+        Text1[i].text = Mem2Freq(record(i));
+        Combo1[i].items = {"AUTO", "NFM", "WFM", "AM"};
+        Combo1[i].text = RMode(record(i));
+    }
+}
+
+void frmLimitSearch::Text1_LostFocus(std::size_t Index) {
+    std::string Freq = Text1[Index].text;
+    Text1[Index].text = FormatFreq(Freq);
+}
+
+std::string frmLimitSearch::Mem2Freq(int loffset) const {
+    return limit_from_digits(store_.frequency_digits(loffset), store_.fraction_code(loffset));
+}
+
+std::string frmLimitSearch::RMode(int loffset) const {
+    const int flags = loffset + layout::kFlags;
+    const bool high = store_.GetBit(flags, layout::kModeHighBit) == 1;
+    const bool low = store_.GetBit(flags, layout::kModeLowBit) == 1;
+    if (high) return low ? "AM" : "WFM";
+    return low ? "NFM" : "AUTO";
+}
+
+void frmLimitSearch::SMode(int loffset, const std::string& Mode) {
+    if (Mode != "AUTO" && Mode != "NFM" && Mode != "WFM" && Mode != "AM") return;
+    const int flags = loffset + layout::kFlags;
+    store_.SetBit(flags, layout::kModeHighBit, Mode == "WFM" || Mode == "AM" ? 1 : 0);
+    store_.SetBit(flags, layout::kModeLowBit, Mode == "NFM" || Mode == "AM" ? 1 : 0);
+}
+
+void frmLimitSearch::WriteFreq(int loffset, const std::string& Freq) {
+    std::string number = Freq;
+    store_.set_frequency(loffset, number);
+}
+
+void frmLimitSearch::SaveAll() {
+    for (std::size_t i = 0; i < Text1.size(); ++i) {
+        WriteFreq(record(i), Text1[i].text);
+        SMode(record(i), Combo1[i].text);
+    }
+}
+
+}  // namespace memwright

@@ -1,0 +1,64 @@
+#pragma once
+
+// The dialog of the 18 search limits. Their records lie where image/layout.h says and are like
+// those of the channels, but for two things: the kilohertz digits are read as they are stored, and
+// mode 0 is "AUTO". Operations take the offset of a record's first byte in the image.
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "image/mod_vr120.h"
+#include "platform/controls.h"
+
+namespace memwright {
+
+class frmLimitSearch {
+  public:
+    // Shows what the image holds.
+    explicit frmLimitSearch(modVR120& store);
+
+    // By limit, 0 to 17. The texts of the boxes are in the radio's character set.
+    std::deque<TextBox> Text1;
+    std::deque<ComboBox> Combo1;
+
+    // Before the limits 2k and 2k + 1: "L00" to "L07" and "L--".
+    Label Label1{"Label1"};
+    Label Label2{"Label2"};
+    Label Label3{"Label3"};
+    Label Label4{"Label4"};
+    Label Label5{"Label5"};
+    Label Label6{"Label6"};
+    Label Label7{"Label7"};
+    Label Label8{"Label8"};
+    Label Label9{"Label9"};
+
+    CommandButton Command1{"Command1"};
+    CommandButton Command2{"Command2"};
+
+    std::vector<Label*> row_labels();
+
+    // Frequency text; "" for none.
+    std::string Mem2Freq(int loffset) const;
+
+    // "AUTO", "NFM", "WFM" or "AM"; other texts are not stored.
+    std::string RMode(int loffset) const;
+    void SMode(int loffset, const std::string& Mode);
+
+    // The number that the text starts with; an empty text stores 0 MHz, not "none".
+    void WriteFreq(int loffset, const std::string& Freq);
+
+    // Encodes every control into the image, whether it was changed or not.
+    void SaveAll();
+
+    Signal<> closed;
+
+  private:
+    void Form_Load();
+    void Text1_LostFocus(std::size_t Index);
+
+    modVR120& store_;
+    std::vector<Connection> connections_;
+};
+
+}  // namespace memwright
