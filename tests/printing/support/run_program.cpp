@@ -1,0 +1,74 @@
+#include "printing/support/run_program.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+#include "system/support/eventually.h"
+
+namespace memwright::printing {
+namespace {
+
+// A file without a name, so nothing is left behind however the test ends.
+class MemoryFile {
+  public:
+    MemoryFile() : descriptor_(memfd_create("output", MFD_CLOEXEC)) {
+        if (descriptor_ < 0) {
+            throw std::runtime_error(std::string("Cannot make a file in memory: ") +
+                                     std::strerror(errno));
+        }
+    }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+    ~MemoryFile() { close(descriptor_); }
+
+    // Names it in this process and, until it starts its program, in a child.
+    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+    std::string content() const {
+        std::string all;
+        std::array<char, 4096> part{};
+        for (ssize_t size = 0; (size = pread(descriptor_, part.data(), part.size(),
+                                             static_cast<off_t>(all.size()))) > 0;) {
+            all.append(part.data(), static_cast<std::size_t>(size));
+        }
+        return all;
+    }
+
+  private:
+    int descriptor_;
+};
+
+}  // namespace
+
+Outcome run_program(const std::filesystem::path& program, std::vector<std::string> arguments,
+                    systest::Environment environment) {
+    environment.try_emplace("PATH", "/usr/sbin:/usr/bin:/sbin:/bin");
+    const MemoryFile output;
+    systest::Process process({.program = program,
+                              .arguments = std::move(arguments),
+                              .environment = std::move(environment),
+                              .output = output.path(),
+                              .errors = output.path()});
+    if (!systest::wait_until([&] { return process.exit_status().has_value(); })) {
+        throw std::runtime_error("'" + program.string() + "' does not end: " + output.content());
+    }
+    return {*process.exit_status(), output.content()};
+}
+
+std::string output_of(const std::filesystem::path& program, std::vector<std::string> arguments,
+                      systest::Environment environment) {
+    Outcome outcome = run_program(program, std::move(arguments), std::move(environment));
+    if (outcome.status.success()) return std::move(outcome.output);
+    std::ostringstream why;
+    why << "'" << program.string() << "' failed, " << outcome.status << ": " << outcome.output;
+    throw std::runtime_error(why.str());
+}
+
+}  // namespace memwright::printing

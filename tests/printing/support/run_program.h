@@ -1,0 +1,28 @@
+#pragma once
+
+// Runs a program to its end and gives what it wrote. The arguments reach it as they are: no shell
+// reads them.
+// Errors: std::runtime_error when it cannot be started or does not end.
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "system/support/process.h"
+
+namespace memwright::printing {
+
+struct Outcome {
+    systest::ExitStatus status;
+    std::string output;  // standard output and errors, as they came
+};
+
+// With the environment and a PATH.
+Outcome run_program(const std::filesystem::path& program, std::vector<std::string> arguments,
+                    systest::Environment environment = {});
+
+// The same; fails, with what it wrote, unless it succeeds.
+std::string output_of(const std::filesystem::path& program, std::vector<std::string> arguments,
+                      systest::Environment environment = {});
+
+}  // namespace memwright::printing
