@@ -9,16 +9,6 @@ namespace {
 
 using Choices = std::vector<std::string>;
 
-constexpr const char* kSeconds = " Sec";
-
-// "Off" if wanted, then `count` numbers of seconds from 1 on in steps.
-Choices seconds(int count, int step, bool with_off = false) {
-    Choices choices;
-    if (with_off) choices.emplace_back("Off");
-    for (int k = 0; k < count; ++k) choices.push_back(std::to_string(1 + step * k) + kSeconds);
-    return choices;
-}
-
 int position_of(const ComboBox& list) {
     const Choices& items = list.items;
     const auto found = std::ranges::find(items, list.text.get());
@@ -30,37 +20,14 @@ int position_of(const ComboBox& list) {
 
 }  // namespace
 
-std::string frmMiscSetting::Setting::name() const {
-    std::string plain = caption;
-    std::erase(plain, '&');
-    return plain;
-}
-
 frmMiscSetting::frmMiscSetting(modVR120& store) : store_(store) {
-    using namespace layout;
-    const auto byte = [&](const char* caption, ComboBox& list, int offset, Choices choices) {
-        list.items = std::move(choices);
-        settings_.push_back({caption, list, offset, std::nullopt});
-    };
-    const auto bit = [&](const char* caption, ComboBox& list, BitPlace place, Choices choices) {
-        list.items = std::move(choices);
-        settings_.push_back({caption, list, place.offset, place.bit});
-    };
-    byte("Scan &Resume", Combo1, kScanResume, seconds(12, 1));
-    byte("Battery Sa&ve", Combo2, kBatterySave, seconds(5, 2, true));
-    byte("Search &Width", Combo3, kSearchWidth, {"5 MHz", "10 MHz", "50 MHz", "100 MHz"});
-    bit("A&ttenuator", Combo4, kAttenuator, {"OFF", "ON"});
-    bit("AM Ant&enna", Combo5, kAmAntenna, {"External", "Bar"});
-    bit("&FM Antenna", Combo6, kFmAntenna, {"External", "Earphone"});
-    bit("&Key Beep", Combo7, kKeyBeep, {"ON", "OFF"});
-    bit("S-&Meter Beep", Combo8, kSMeterBeep, {"OFF", "ON"});
-    bit("S-Meter Se&ns.", Combo9, kSMeterSensitivity, {"Normal", "Low"});
-    byte("&Lamp", Combo10, kLamp, {"AUTO", "ON", "OFF"});
-    bit("Smart Searc&h", Combo11, kSmartSearch, {"Single", "Continue"});
-    bit("Keypa&d Lock", Combo12, kKeypadLock, {"OFF", "ON"});
-    byte("Fast Ste&p", Combo13, kFastStep, {"10 KHz", "100 KHz", "1 MHz", "10 MHz", "100 MHz"});
-    bit("&Search", Combo14, kSearch, {"VFO", "Limit"});
-
+    const std::array<ComboBox*, 14> lists = {&Combo1,  &Combo2,  &Combo3,  &Combo4, &Combo5,
+                                             &Combo6,  &Combo7,  &Combo8,  &Combo9, &Combo10,
+                                             &Combo11, &Combo12, &Combo13, &Combo14};
+    for (std::size_t i = 0; i < lists.size(); ++i) {
+        settings_.emplace_back(set_mode_settings()[i], *lists[i]);
+        lists[i]->items = settings_.back().choices;
+    }
     Option1.caption = "&Bank";
     Option2.caption = "&All";
     for (std::size_t i = 0; i < Check1.size(); ++i) Check1[i].caption = "&" + std::to_string(i);
@@ -82,16 +49,11 @@ void frmMiscSetting::Form_Load() {
     const bool bank = store_.GetBit(layout::kScanMode.offset, layout::kScanMode.bit) == 1;
     Option1.selected = bank;
     Option2.selected = !bank;
-    for (const Setting& setting : settings_) select(setting, stored(setting));
-}
-
-int frmMiscSetting::stored(const Setting& setting) const {
-    return setting.bit ? store_.GetBit(setting.offset, *setting.bit)
-                       : store_.MemoryImage.get(setting.offset);
+    for (const Setting& setting : settings_) select(setting, setting.stored(store_));
 }
 
 void frmMiscSetting::select(const Setting& setting, int position) {
-    const Choices& items = setting.list.items;
+    const Choices& items = setting.choices;
     if (position >= static_cast<int>(items.size())) {
         throw InputError("The settings cannot be shown: \"" + setting.name() + "\", at offset " +
                          std::to_string(setting.offset) + " of the memory image, is " +
@@ -111,12 +73,7 @@ void frmMiscSetting::SaveAll() {
     // Deliberate: the key beep has the same bit and is written after this, so it is what remains.
     store_.SetBit(layout::kScanMode.offset, layout::kScanMode.bit, Option1.selected ? 1 : 0);
     for (const Setting& setting : settings_) {
-        const int position = position_of(setting.list);
-        if (setting.bit) {
-            store_.SetBit(setting.offset, *setting.bit, position);
-        } else {
-            store_.MemoryImage.set(setting.offset, static_cast<std::uint8_t>(position));
-        }
+        setting.store_position(store_, position_of(setting.list));
     }
 }
 

@@ -1,13 +1,11 @@
 #pragma once
 
-// The dialog of the radio-wide set-mode settings, which lie in the memory image at the places that
-// image/layout.h names. A list's position is what the image holds.
+// The dialog of the radio-wide set-mode settings (app/set_mode_settings.h).
 
 #include <array>
-#include <optional>
-#include <string>
 #include <vector>
 
+#include "app/set_mode_settings.h"
 #include "image/mod_vr120.h"
 #include "platform/controls.h"
 
@@ -15,14 +13,12 @@ namespace memwright {
 
 class frmMiscSetting {
   public:
-    // A setting that is one of the entries of a list.
-    struct Setting {
-        std::string caption;  // with its mnemonic: "Scan &Resume"
-        ComboBox& list;
-        int offset;              // in the image
-        std::optional<int> bit;  // none if it takes the whole byte
+    // A setting with the list that shows it.
+    struct Setting : SetModeSetting {
+        Setting(const SetModeSetting& setting, ComboBox& its_list)
+            : SetModeSetting(setting), list(its_list) {}
 
-        std::string name() const;  // "Scan Resume"
+        ComboBox& list;
     };
 
     // Shows what the image holds. InputError if a list has no entry for it: nothing is changed.
@@ -66,7 +62,6 @@ class frmMiscSetting {
 
   private:
     void Form_Load();
-    int stored(const Setting& setting) const;
     static void select(const Setting& setting, int position);
 
     modVR120& store_;

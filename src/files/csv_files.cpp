@@ -49,9 +49,9 @@ std::string shown(std::string text) {
 
 [[noreturn]] void fail(const std::string& path, const BadLine& line) {
     throw InputError("Cannot import line " + std::to_string(line.number) + " of " + path + ": " +
-                     line.cause + ".\n\n    " + shown(line.text) +
-                     "\n\nThe lines before it are in the table. Correct this line and import the "
-                     "file again.");
+                         line.cause + ".\n\n    " + shown(line.text) + "\n",
+                     "The lines before it are in the table. Correct this line and import the file "
+                     "again.");
 }
 
 class ImportCancelled {};
@@ -61,18 +61,24 @@ class ImportCancelled {};
 void CsvFiles::mnuExport_Click() {
     const auto name = dialogs_.save(request("Save As...", files_));
     if (!name) return;
-    table_.SaveVR120Data();
     const std::string path = with_extension(up_to_nul(*name), ".csv");
     enter_folder_of(path, files_);
-    const std::string text = exported();
+    export_to(path);
+}
+
+void CsvFiles::export_to(const std::string& path) {
+    table_.SaveVR120Data();
+    std::vector<int> occupied;
+    for (int row = 1; row < grid_.Rows(); ++row) {
+        if (is_occupied(grid_.TextMatrix(row, kFreq))) occupied.push_back(row);
+    }
+    const std::string text = as_csv(occupied);
     files_.replace(path, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
 }
 
-std::string CsvFiles::exported() const {
+std::string CsvFiles::as_csv(const std::vector<int>& rows) const {
     std::string text = std::string(kHeader) + kLineEnd;
-    for (int row = 1; row < grid_.Rows(); ++row) {
-        if (is_occupied(grid_.TextMatrix(row, kFreq))) text += exported_line(row) + kLineEnd;
-    }
+    for (const int row : rows) text += exported_line(row) + kLineEnd;
     return text;
 }
 
@@ -88,8 +94,12 @@ void CsvFiles::ImportCsv() {
     if (!name) return;
     const std::string path = up_to_nul(*name);
     enter_folder_of(path, files_);
+    import_from(path);
+}
+
+void CsvFiles::import_from(const std::string& path) {
     try {
-        import_from(path);
+        import_lines(path);
     } catch (const ImportCancelled&) {
         return;
     }
@@ -97,7 +107,7 @@ void CsvFiles::ImportCsv() {
     table_.ParseVR120Data();
 }
 
-void CsvFiles::import_from(const std::string& path) {
+void CsvFiles::import_lines(const std::string& path) {
     LineReader lines(files_.open_input(path));
     CsvImport import;
     try {

@@ -5,6 +5,7 @@
 // Nothing is escaped: a label that holds a comma, or CR LF, does not come back whole.
 
 #include <string>
+#include <vector>
 
 #include "platform/file_dialogs.h"
 #include "platform/file_system.h"
@@ -37,19 +38,22 @@ class CsvFiles {
              ImportDisplay& display)
         : table_(table), grid_(grid), dialogs_(dialogs), files_(files), display_(display) {}
 
-    // FileError if the file cannot be written: what was there stays.
     void mnuExport_Click();
-
     void mnuImport_Click() { ImportCsv(); }
-
-    // FileError if the file cannot be read, InputError at the first line that cannot be used: the
-    // lines before it are in the table. A cancelled import changes nothing.
     void ImportCsv();
 
-  private:
-    std::string exported() const;
-    std::string exported_line(int row) const;
+    // The same without their dialogs. FileError if the file cannot be written: what was there
+    // stays. FileError if the file cannot be read, InputError at the first line that cannot be
+    // used: the lines before it are in the table. A cancelled import changes nothing.
+    void export_to(const std::string& path);
     void import_from(const std::string& path);
+
+    // What an export of these rows holds.
+    std::string as_csv(const std::vector<int>& rows) const;
+
+  private:
+    std::string exported_line(int row) const;
+    void import_lines(const std::string& path);
     void read_lines(LineReader& lines, CsvImport& import);
     void take_over(const CsvImport& import);
 

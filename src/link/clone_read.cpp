@@ -14,10 +14,10 @@ constexpr std::size_t kData = kLeadingBytes + kBlockData;
 constexpr std::size_t kChecksum = kLeadingBytes + kBlockChecksum;
 
 [[noreturn]] void fail(int count, const std::string& cause) {
-    throw PortError("The read from the VR-120 failed at block " + std::to_string(count) + " of " +
-                    std::to_string(kBlocks) + ": " + cause +
-                    ".\nThe table is as it was before. Check the plugs of the clone cable, press "
-                    "Unlock, and read again.");
+    throw RadioError("The read from the VR-120 failed at block " + std::to_string(count) + " of " +
+                         std::to_string(kBlocks) + ": " + cause + ".",
+                     "The table is as it was before. Check the plugs of the clone cable, press "
+                     "Unlock, and read again.");
 }
 
 // A block's response is complete with its checksum; one that is not has no such byte.
@@ -42,6 +42,7 @@ void CloneRead::mnuRead_Click() {
 
 std::string CloneRead::ReadFromVR120() {
     result_.clear();
+    doubtful_blocks_.clear();
     link_.clear_status();
     link_.InitPort();
     const Answer answer = messages_.show(
@@ -107,7 +108,10 @@ void CloneRead::keep_block(const Response& response, int count) {
     if (write_position_ == layout::kImageSize) fail(count, "the memory was complete already");
     const std::string sum = CalcChecksum(response, kLeadingBytes, kChecksum - 1);
     // Deliberate: the block is kept all the same, and nobody is told.
-    if (sum != std::to_string(response[kChecksum])) result_ = "Invalid Checksum.";
+    if (sum != std::to_string(response[kChecksum])) {
+        result_ = "Invalid Checksum.";
+        doubtful_blocks_.push_back(write_position_ / layout::kBlockSize);
+    }
     // Deliberate: blocks are stored in the order they arrive, not by their numbers.
     for (std::size_t i = 0; i < layout::kBlockSize; ++i) {
         received_.set(write_position_++, response[kData + i]);

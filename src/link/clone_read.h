@@ -29,6 +29,9 @@ class CloneRead {
     // "Invalid Checksum." after a block whose sum is wrong; "Success" when the read has ended.
     std::string ReadFromVR120();
 
+    // The blocks of the image, 0 to 230, that came with a wrong sum in the last read.
+    const std::vector<int>& doubtful_blocks() const { return doubtful_blocks_; }
+
   private:
     using Response = std::vector<std::uint8_t>;
 
@@ -46,6 +49,7 @@ class CloneRead {
     MemoryImage received_;
     int write_position_ = 0;
     std::string result_;
+    std::vector<int> doubtful_blocks_;
 };
 
 }  // namespace memwright

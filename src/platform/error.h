@@ -5,12 +5,24 @@
 // the behaviour names and the boundary where events enter (app/error_report.h).
 
 #include <stdexcept>
+#include <string>
 
 namespace memwright {
 
 class Error : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    explicit Error(const std::string& text) : std::runtime_error(text), what_is_wrong_(text) {}
+
+    // `remedy`, a line of its own: what was kept and what to do, which another program than the
+    // window may have to say differently.
+    Error(const std::string& what_is_wrong, const std::string& remedy)
+        : std::runtime_error(what_is_wrong + "\n" + remedy), what_is_wrong_(what_is_wrong) {}
+
+    // The text without the remedy, if that was told apart.
+    const std::string& what_is_wrong() const { return what_is_wrong_; }
+
+  private:
+    std::string what_is_wrong_;
 };
 
 // An index outside of what it indexes: a bug of the caller.
@@ -47,6 +59,12 @@ class PrinterError : public Error {
 class PortError : public Error {
   public:
     using Error::Error;
+};
+
+// The radio at the other end of a serial port does not answer as it should.
+class RadioError : public PortError {
+  public:
+    using PortError::PortError;
 };
 
 }  // namespace memwright

@@ -2,7 +2,7 @@
 
 #include "qt/line_box.h"
 #include "qt/overlays.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 #include "qt/twips.h"
 
 namespace memwright::qt {

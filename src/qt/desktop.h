@@ -12,7 +12,7 @@
 #include "qt/dialogs.h"
 #include "qt/main_window.h"
 #include "qt/message_boxes.h"
-#include "qt/qt_platform.h"
+#include "qt/core/qt_platform.h"
 #include "qt/qt_printer.h"
 #include "qt/serial/qt_serial_devices.h"
 #include "qt/serial/qt_serial_port.h"

@@ -5,7 +5,7 @@
 #include <QPalette>
 #include <algorithm>
 
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

@@ -9,7 +9,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "qt/text.h"
+#include "qt/core/text.h"
 #include "qt/twips.h"
 
 namespace memwright::qt {

@@ -8,7 +8,7 @@
 #include "qt/dialog_parts.h"
 #include "qt/dialogs.h"
 #include "qt/line_box.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

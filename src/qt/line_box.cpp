@@ -4,7 +4,7 @@
 #include <QValidator>
 #include <algorithm>
 
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

@@ -12,7 +12,7 @@
 #include "platform/error.h"
 #include "qt/arrow_icon.h"
 #include "qt/overlays.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 #include "qt/twips.h"
 
 namespace memwright::qt {

@@ -6,7 +6,7 @@
 #include <QScreen>
 #include <algorithm>
 
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

@@ -7,7 +7,7 @@
 #include <QWheelEvent>
 
 #include "qt/grid_view.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "qt/print/painted_document.h"
 #include "qt/print/pdf_document.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

@@ -10,7 +10,7 @@
 #include "qt/binder.h"
 #include "qt/dialog_parts.h"
 #include "qt/dialogs.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

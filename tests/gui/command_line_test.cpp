@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "qt/command_line.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::gui {
 namespace {

@@ -10,8 +10,8 @@
 
 #include "fakes/temporary_folder.h"
 #include "gui/support/robot.h"
-#include "qt/qt_platform.h"
-#include "qt/text.h"
+#include "qt/core/qt_platform.h"
+#include "qt/core/text.h"
 
 namespace memwright::gui {
 namespace {

@@ -1,6 +1,6 @@
 // Texts between the core and the screen: every byte of the radio's labels has its character.
 
-#include "qt/text.h"
+#include "qt/core/text.h"
 #include "gui/support/window_test.h"
 
 namespace memwright::gui {

@@ -14,7 +14,7 @@
 #include "gui/support/robot.h"
 #include "image/memory_image.h"
 #include "qt/desktop.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::gui {
 

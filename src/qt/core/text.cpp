@@ -1,4 +1,4 @@
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "qt/qt_platform.h"
+#include "qt/core/qt_platform.h"
 
 #include <QDateTime>
 #include <QEventLoop>
@@ -7,7 +7,7 @@
 #include <QTimer>
 #include <memory>
 
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

@@ -1,0 +1,59 @@
+#include "cli/console.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include "platform/error.h"
+
+namespace memwright::cli {
+namespace {
+
+[[noreturn]] void fail() {
+    throw FileError("Cannot write to standard output: " + std::generic_category().message(errno) +
+                    ".");
+}
+
+}  // namespace
+
+void Console::print(const std::string& text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fail();
+}
+
+void Console::flush() {
+    if (std::fflush(stdout) != 0) fail();
+}
+
+void Console::say(const std::string& text) {
+    end_progress();
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
+
+void Console::show_progress(int percent) {
+    constexpr int kWidth = 40;
+    if (percent == shown_percent_ || isatty(STDERR_FILENO) == 0) return;
+    shown_percent_ = percent;
+    const int done = percent * kWidth / 100;
+    const std::string bar = std::string(static_cast<std::size_t>(done), '#') +
+                            std::string(static_cast<std::size_t>(kWidth - done), '.');
+    std::fprintf(stderr, "\r[%s] %3d%%", bar.c_str(), percent);
+}
+
+void Console::end_progress() {
+    if (shown_percent_ >= 0) std::fputc('\n', stderr);
+    shown_percent_ = -1;
+}
+
+bool Console::wait_for_enter() {
+    char c = 0;
+    while (read(STDIN_FILENO, &c, 1) == 1) {
+        if (c == '\n') return true;
+    }
+    return false;
+}
+
+bool has_terminal() { return isatty(STDIN_FILENO) != 0; }
+
+}  // namespace memwright::cli

@@ -1,0 +1,92 @@
+// limits: the dialog of the search limits, worked from the command line.
+
+#include <algorithm>
+#include <charconv>
+
+#include "app/frm_limit_search.h"
+#include "cli/commands.h"
+#include "cli/json.h"
+#include "cli/workbench.h"
+#include "image/layout.h"
+
+namespace memwright::cli {
+namespace {
+
+// A limit as it is to be.
+struct Change {
+    std::size_t limit = 0;
+    std::string frequency;
+    std::string mode;  // "" to leave it
+};
+
+Change change_from(const std::string& text, const std::vector<std::string>& modes) {
+    const auto wrong = [&](const std::string& why) {
+        return WrongUsage("\"" + text + "\": " + why);
+    };
+    const auto equals = text.find('=');
+    Change change;
+    const char* const end = text.data() + std::min(equals, text.size());
+    const auto [stop, error] = std::from_chars(text.data(), end, change.limit);
+    if (equals == std::string::npos || error != std::errc{} || stop != end ||
+        change.limit >= layout::kSearchLimitCount) {
+        throw wrong("a change is N=FREQ or N=FREQ,MODE, with N from 0 to 17.");
+    }
+    const std::string value = text.substr(equals + 1);
+    const auto comma = value.find(',');
+    change.frequency = value.substr(0, comma);
+    const char first = change.frequency.empty() ? ' ' : change.frequency.front();
+    if ((first < '0' || first > '9') && first != '.') {
+        throw wrong("\"" + change.frequency + "\" is no frequency in MHz, such as 145.5.");
+    }
+    if (comma == std::string::npos) return change;
+    change.mode = value.substr(comma + 1);
+    if (std::ranges::find(modes, change.mode) == modes.end()) {
+        throw wrong("\"" + change.mode + "\" is no mode: it is " + enumeration(modes) + ".");
+    }
+    return change;
+}
+
+void show(frmLimitSearch& form, const std::string& format, Console& console) {
+    std::vector<std::string> objects;
+    std::string text;
+    for (std::size_t i = 0; i < form.Text1.size(); ++i) {
+        const std::string& frequency = form.Text1[i].text;
+        const std::string& mode = form.Combo1[i].text;
+        text += std::to_string(i) + "=" + frequency + "," + mode + "\n";
+        objects.push_back(json::object({{"limit", std::to_string(i)},
+                                        {"freq", json::string(frequency)},
+                                        {"mode", json::string(mode)}}));
+    }
+    console.print(format == "json" ? json::lines(objects) + "\n" : text);
+}
+
+}  // namespace
+
+Status limits(const Arguments& arguments, Session& session) {
+    const std::string format = arguments.choice("--format", {"text", "json"});
+    Workbench bench(session.console, session.files);
+    bench.load(arguments[0]);
+    frmLimitSearch form(bench.store);
+    const auto texts = arguments.from(1);
+    if (texts.empty() && !arguments.has("--output")) {
+        show(form, format, session.console);
+        return kDone;
+    }
+    std::vector<Change> changes;
+    for (const std::string& text : texts) {
+        changes.push_back(change_from(text, form.Combo1.front().items));
+    }
+    // Only the limits that are named are written: accepting the dialog would touch all of them.
+    for (const Change& change : changes) {
+        TextBox& box = form.Text1[change.limit];
+        box.text = change.frequency;
+        box.focus_lost();
+        const int record = layout::search_limit(static_cast<int>(change.limit));
+        form.WriteFreq(record, box.text);
+        form.SMode(record, change.mode);
+    }
+    bench.save(arguments.value("--output").value_or(arguments[0]));
+    return kDone;
+}
+
+}  // namespace memwright::cli

@@ -1,0 +1,182 @@
+// read, write and ports.
+
+#include <charconv>
+#include <map>
+
+#include "cli/commands.h"
+#include "cli/desk_loader.h"
+#include "cli/interrupt.h"
+#include "cli/workbench.h"
+#include "link/clone_read.h"
+#include "link/clone_write.h"
+#include "link/com_ports.h"
+
+namespace memwright::cli {
+namespace {
+
+constexpr int kPorts = 12;
+constexpr std::chrono::milliseconds kLookForInterrupt{100};
+
+// The instructions of a transfer: said, and followed by Enter.
+class Instructions final : public MessageBox {
+  public:
+    Instructions(Console& console, bool begin_at_once)
+        : console_(console), begin_at_once_(begin_at_once) {}
+
+    Answer show(const Message& message) override {
+        console_.say(message.text);
+        if (begin_at_once_) return Answer::ok;
+        console_.say("Press Enter for OK, Ctrl-C to stop.");
+        return console_.wait_for_enter() && !interrupted() ? Answer::ok : Answer::cancel;
+    }
+
+  private:
+    Console& console_;
+    bool begin_at_once_;
+};
+
+std::pair<int, std::string> port_from(const std::string& text) {
+    const auto equals = text.find('=');
+    int number = 0;
+    const char* const end = text.data() + std::min(equals, text.size());
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (equals == std::string::npos || equals + 1 == text.size() || error != std::errc{} ||
+        stop != end || number < 1 || number > kPorts) {
+        throw WrongUsage("--com is N=DEVICE with N from 1 to 12, not \"" + text + "\".");
+    }
+    return {number, text.substr(equals + 1)};
+}
+
+// A transfer's parts, put together as the window does.
+class Transfer {
+  public:
+    Transfer(const Arguments& arguments, Session& session)
+        : console_(session.console),
+          bench(session.console, session.files),
+          instructions(session.console, arguments.has("--yes")),
+          desk_(open_desk(DeskWork::ports)),
+          ports_(desk_->devices(), desk_->settings(), named(arguments, desk_->settings())),
+          port_(desk_->port([this](int number) { return ports_.device_of(number); })),
+          control_(
+              {bench.form.TransferProgress, bench.form.ReceivedLabel, bench.form.TransferButton},
+              *port_, bench.form, instructions),
+          link(*port_, desk_->settings(), desk_->clock(), desk_->loop(),
+               {bench.form.Label1, bench.form.Text1}, control_) {
+        progress_ = bench.form.TransferProgress.percent.changed.connect(
+            [this] { console_.show_progress(bench.form.TransferProgress.percent); });
+        interrupts_ = desk_->loop().every(kLookForInterrupt, [this] {
+            if (interrupted()) control_.end_now();
+        });
+        catch_interrupts();
+    }
+    Transfer(const Transfer&) = delete;
+    Transfer& operator=(const Transfer&) = delete;
+
+  private:
+    static std::map<int, std::string> named(const Arguments& arguments, SettingsStore& settings) {
+        const auto device = arguments.value("--port");
+        const auto com = arguments.value("--com");
+        if (device && com) throw WrongUsage("--port and --com exclude each other.");
+        if (device && device->empty()) throw WrongUsage("--port needs a device.");
+        if (device) return {{transfer_port(settings), *device}};
+        if (com) return {port_from(*com)};
+        return {};
+    }
+
+    Console& console_;
+
+  public:
+    Workbench bench;
+    Instructions instructions;
+
+  private:
+    std::unique_ptr<Desk> desk_;
+    ComPorts ports_;
+    std::unique_ptr<MSComm> port_;
+    TransferControl control_;
+    Connection progress_;
+    Connection interrupts_;
+
+  public:
+    SerialLink link;
+};
+
+void demand_somebody_or_yes(const Arguments& arguments) {
+    if (arguments.has("--yes") || has_terminal()) return;
+    throw WrongUsage("There is no terminal to press Enter at: give --yes to begin at once.");
+}
+
+std::string doubts(const std::vector<int>& blocks) {
+    std::string list;
+    for (const int block : blocks) {
+        list += (list.empty() ? "" : ", ") + std::to_string(block) + " (bytes " +
+                std::to_string(block * layout::kBlockSize) + " to " +
+                std::to_string(block * layout::kBlockSize + layout::kBlockSize - 1) + ")";
+    }
+    return "Warning: these blocks came with a wrong checksum, and what they hold is doubtful: " +
+           list + ".\nRead again, or compare two reads with memwright-cli diff.";
+}
+
+}  // namespace
+
+Status read_radio(const Arguments& arguments, Session& session) {
+    demand_somebody_or_yes(arguments);
+    Transfer transfer(arguments, session);
+    Workbench& bench = transfer.bench;
+    CloneRead clone_read(transfer.link, bench.store, bench.table, bench.image_files, bench.form,
+                         transfer.instructions);
+    try {
+        if (clone_read.ReadFromVR120().empty()) throw TransferCancelled{};
+    } catch (const TransferCancelled&) {
+        session.console.say("Read from VR-120 cancelled. Nothing was written.");
+        return kNoFileOrPort;
+    }
+    bench.save(arguments[0]);
+    session.console.say(bench.form.Label1.caption);
+    if (!clone_read.doubtful_blocks().empty()) {
+        session.console.say(doubts(clone_read.doubtful_blocks()));
+    }
+    return kDone;
+}
+
+Status write_radio(const Arguments& arguments, Session& session) {
+    demand_somebody_or_yes(arguments);
+    Transfer transfer(arguments, session);
+    Workbench& bench = transfer.bench;
+    bench.load(arguments[0]);
+    CloneWrite clone_write(transfer.link, bench.store, bench.table, bench.form,
+                           transfer.instructions);
+    try {
+        clone_write.WriteToVR120();
+    } catch (const TransferCancelled&) {
+        session.console.say(
+            "Write To VR-120 cancelled. Write to the radio again before you use it.");
+        return kNoFileOrPort;
+    }
+    session.console.say(bench.form.Label1.caption);
+    return kDone;
+}
+
+Status ports(const Arguments& /*arguments*/, Session& session) {
+    const auto desk = open_desk(DeskWork::ports);
+    const ComPorts ports(desk->devices(), desk->settings(), {});
+    std::vector<SerialDevice> others = ports.devices();
+    const auto print = [&](const std::string& name, const std::string& path,
+                           const std::string& description) {
+        std::string padded = name;
+        padded.resize(8, ' ');
+        session.console.print(padded + path + (description.empty() ? "" : "  " + description) +
+                              "\n");
+    };
+    for (int number = 1; number <= kPorts; ++number) {
+        const ComPorts::Choice choice = ports.choice(number);
+        if (choice.path.empty()) continue;
+        print("COM " + std::to_string(number), choice.path, choice.description);
+        std::erase_if(others,
+                      [&](const SerialDevice& device) { return device.path == choice.path; });
+    }
+    for (const SerialDevice& device : others) print("-", device.path, device.description);
+    return kDone;
+}
+
+}  // namespace memwright::cli

@@ -1,0 +1,37 @@
+#pragma once
+
+// The files of the machine, among which "-" is standard input and standard output.
+
+#include <optional>
+
+#include "cli/console.h"
+#include "platform/native_file_system.h"
+
+namespace memwright::cli {
+
+inline constexpr const char* kStandardStream = "-";
+
+class StreamFiles final : public FileSystem {
+  public:
+    explicit StreamFiles(Console& console) : console_(console) {}
+
+    void read(const std::string& path, std::size_t limit, Bytes& bytes) override;
+    void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) override;
+    void replace(const std::string& path, std::span<const std::uint8_t> bytes) override;
+    std::unique_ptr<InputFile> open_input(const std::string& path) override;
+    bool exists(const std::string& path) noexcept override;
+    std::string current_folder() override { return files_.current_folder(); }
+    void set_current_folder(const std::string& path) override { files_.set_current_folder(path); }
+
+    // The whole of a file that exists.
+    Bytes whole(const std::string& path);
+
+  private:
+    const Bytes& standard_input();
+
+    Console& console_;
+    NativeFileSystem files_;
+    std::optional<Bytes> standard_input_;  // once it has been read
+};
+
+}  // namespace memwright::cli

@@ -1,0 +1,76 @@
+// The desk on Qt, without a window and without a display.
+
+#include <QGuiApplication>
+#include <string>
+
+#include "platform/desk.h"
+#include "qt/core/qt_platform.h"
+#include "qt/print/pdf_document.h"
+#include "qt/serial/qt_serial_devices.h"
+#include "qt/serial/qt_serial_port.h"
+
+namespace memwright::qt {
+namespace {
+
+class PdfPrinter final : public Printer {
+  public:
+    PdfPrinter(std::string path, FileSystem& files) : path_(std::move(path)), files_(files) {}
+
+    std::unique_ptr<PrintedDocument> begin(const std::string& title,
+                                           PaperOrientation orientation) override {
+        return std::make_unique<PdfDocument>(path_, title, orientation, files_);
+    }
+
+  private:
+    std::string path_;
+    FileSystem& files_;
+};
+
+// Qt wants the arguments for as long as it lives; it is to take none of ours.
+struct NoArguments {
+    std::string name = "memwright-cli";
+    char* first = name.data();
+    char** list = &first;
+    int count = 1;
+};
+
+std::unique_ptr<QCoreApplication> application(DeskWork work, NoArguments& arguments) {
+    if (work == DeskWork::ports) {
+        return std::make_unique<QCoreApplication>(arguments.count, arguments.list);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What it has to say of sessions and displays is nobody's concern here.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    return std::make_unique<QGuiApplication>(arguments.count, arguments.list);
+}
+
+class QtDesk final : public Desk {
+  public:
+    explicit QtDesk(DeskWork work) : application_(application(work, arguments_)) {}
+
+    SerialDevices& devices() override { return devices_; }
+    SettingsStore& settings() override { return settings_; }
+    Clock& clock() override { return clock_; }
+    EventLoop& loop() override { return loop_; }
+    std::unique_ptr<MSComm> port(std::function<std::string(int)> device_of) override {
+        return std::make_unique<QtSerialPort>(std::move(device_of));
+    }
+    std::unique_ptr<Printer> pdf_printer(const std::string& path, FileSystem& files) override {
+        return std::make_unique<PdfPrinter>(path, files);
+    }
+
+  private:
+    NoArguments arguments_;
+    std::unique_ptr<QCoreApplication> application_;
+    QtSerialDevices devices_;
+    QtSettingsStore settings_;
+    QtClock clock_;
+    QtEventLoop loop_;
+};
+
+}  // namespace
+}  // namespace memwright::qt
+
+extern "C" Q_DECL_EXPORT memwright::Desk* memwright_open_desk(memwright::DeskWork work) {
+    return new memwright::qt::QtDesk(work);
+}
