@@ -1,5 +1,7 @@
 #include <QApplication>
+#include <QIcon>
 #include <cstdio>
+#include <initializer_list>
 
 #include "qt/command_line.h"
 #include "qt/desktop.h"
@@ -15,6 +17,12 @@ int main(int argc, char* argv[]) {
     int one = 1;
     QApplication application(one, argv);
     QApplication::setApplicationName("memwright");
+    QGuiApplication::setDesktopFileName("org.memwright.Memwright");
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+        icon.addFile(QString(":/icons/memwright-%1.png").arg(size));
+    }
+    QApplication::setWindowIcon(icon);
     qt::Desktop desktop(arguments.ports);
     desktop.start(arguments.file);
     return QApplication::exec();

@@ -1,0 +1,21 @@
+# cpack -G DEB --config build/release/CPackConfig.cmake makes a package for Debian.
+
+set(CPACK_PACKAGE_NAME memwright)
+set(CPACK_PACKAGE_VENDOR "The Memwright developers")
+set(CPACK_PACKAGE_CONTACT "The Memwright developers <memwright@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "editor for the channel memories of VR-120 receivers")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Reads the memory of a VR-120, a handheld wide-band receiver, over a serial
+clone cable, shows its 640 channels as a table, keeps them in files, exchanges
+them as CSV, prints them, and writes them back to the radio. The settings and
+search limits in the same memory can be changed, too. memwright-cli does the
+same on the command line; vr120-sim plays the radio.")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION hamradio)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+include(CPack)
