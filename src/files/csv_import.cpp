@@ -45,6 +45,13 @@ std::string_view label_at_end(std::string_view line) {
     return quoted ? fields[kLabelField] : std::string_view();
 }
 
+// A field as a message shows it.
+std::string shown(std::string_view field) {
+    constexpr std::size_t kLongest = 12;
+    const bool cut = field.size() > kLongest;
+    return utf8_from_radio(field.substr(0, kLongest)) + (cut ? "..." : "");
+}
+
 }  // namespace
 
 bool CsvImport::take_line(LineReader& lines) {
@@ -78,7 +85,7 @@ void CsvImport::take(std::string_view line, std::size_t number) {
         return;
     }
     if (row >= columns::kRows) {
-        throw bad("channel " + utf8_from_radio(channel) +
+        throw bad("channel " + shown(channel) +
                   " is no memory: banks are 0 to 9, memories 0 to 63");
     }
     // Deliberate: only a small "p" is a preference.
@@ -88,10 +95,9 @@ void CsvImport::take(std::string_view line, std::size_t number) {
 }
 
 void CsvImport::note_skipped(const std::string& frequency, std::size_t number) {
-    constexpr std::size_t kLongest = 12;
     if (!skipped_.empty()) skipped_ += "\r\n";
     skipped_ += "Line " + std::to_string(number) + " was skipped: the radio cannot receive " +
-                utf8_from_radio(frequency.substr(0, kLongest)) + " MHz.";
+                shown(frequency) + " MHz.";
 }
 
 // A line feed may stand in a label. What comes after it then is no line by itself, so lines are put
