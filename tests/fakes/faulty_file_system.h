@@ -55,7 +55,7 @@ class FaultyFileSystem final : public FileSystem {
     }
 
   private:
-    // Gives some bytes and fails then.
+    // Gives what is asked for as long as there are enough good bytes, and fails then.
     class FailingFile final : public InputFile {
       public:
         FailingFile(std::string path, std::size_t good, std::unique_ptr<InputFile> file)
@@ -63,10 +63,10 @@ class FaultyFileSystem final : public FileSystem {
 
         std::uint64_t size() const override { return file_->size(); }
         std::size_t read(std::span<std::uint8_t> bytes) override {
-            if (good_ == 0) throw FileError("Cannot read " + path_ + ": the disk is gone.");
-            const std::size_t count = file_->read(bytes.first(std::min(good_, bytes.size())));
-            good_ -= count;
-            return count;
+            if (good_ < bytes.size())
+                throw FileError("Cannot read " + path_ + ": the disk is gone.");
+            good_ -= bytes.size();
+            return file_->read(bytes);
         }
 
       private:
