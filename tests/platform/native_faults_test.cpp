@@ -18,6 +18,8 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+class NativeFaults : public BothWaysToSave {};
+
 #ifdef __linux__
 
 // Makes the calling process the administrator of a name space of its own, if it is none.
@@ -45,7 +47,7 @@ bool mount_small_disk(const std::string& /*folder*/) { return false; }
 #endif
 
 // Where no disk can be mounted, files get a limit instead.
-TEST(NativeFaults, a_full_disk_keeps_the_old_file_and_leaves_nothing_behind) {
+TEST_P(NativeFaults, a_full_disk_keeps_the_old_file_and_leaves_nothing_behind) {
     const TemporaryFolder folder;
     const std::string report = in_child([&]() -> std::string {
         const bool small_disk = mount_small_disk(folder.path().string());
@@ -62,7 +64,7 @@ TEST(NativeFaults, a_full_disk_keeps_the_old_file_and_leaves_nothing_behind) {
     EXPECT_TRUE(has(report, "Nothing was changed there. Free some space")) << report;
 }
 
-TEST(NativeFaults, a_new_file_for_which_there_is_no_room_does_not_come_into_being) {
+TEST_P(NativeFaults, a_new_file_for_which_there_is_no_room_does_not_come_into_being) {
     const TemporaryFolder folder;
     const std::string error = in_child([&]() -> std::string {
         return limit_file_size(5000) ? saving(folder.file("new.120"), pattern(7392)) : "no limit";
@@ -72,10 +74,12 @@ TEST(NativeFaults, a_new_file_for_which_there_is_no_room_does_not_come_into_bein
 }
 
 // Wherever the room ends, within the new bytes or within those that are kept.
-TEST(NativeFaults, a_write_that_stops_at_any_byte_is_an_error_and_keeps_the_old_file) {
+TEST_P(NativeFaults, a_write_that_stops_at_any_byte_is_an_error_and_keeps_the_old_file) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(10000));
+    const rlim_t needed = GetParam().keeps_rest() ? 10000 : 7392;
     for (const rlim_t room : {0U, 1U, 4095U, 4096U, 7391U, 7392U, 7393U, 9999U}) {
+        if (room >= needed) continue;
         const std::string error = in_child([&]() -> std::string {
             return limit_file_size(room) ? saving(path, pattern(7392, 1)) : "no limit";
         });
@@ -84,7 +88,7 @@ TEST(NativeFaults, a_write_that_stops_at_any_byte_is_an_error_and_keeps_the_old_
         EXPECT_EQ(folder.names(), Names{"a.120"}) << room;
     }
     EXPECT_EQ(in_child([&]() -> std::string {
-                  return limit_file_size(10000) ? saving(path, pattern(7392, 1)) : "no limit";
+                  return limit_file_size(needed) ? saving(path, pattern(7392, 1)) : "no limit";
               }),
               "saved");
     EXPECT_EQ(read_all(path, 7392), pattern(7392, 1));
@@ -92,7 +96,7 @@ TEST(NativeFaults, a_write_that_stops_at_any_byte_is_an_error_and_keeps_the_old_
 
 // In a folder such as /tmp nobody can replace the file of another, even one that all may write to.
 // Only the administrator can make a file of another; any other user's own is saved.
-TEST(NativeFaults, a_file_that_cannot_be_replaced_is_an_error_and_stays) {
+TEST_P(NativeFaults, a_file_that_cannot_be_replaced_is_an_error_and_stays) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     ASSERT_EQ(chmod(path.c_str(), 0666), 0);
@@ -108,6 +112,8 @@ TEST(NativeFaults, a_file_that_cannot_be_replaced_is_an_error_and_stays) {
     EXPECT_EQ(folder.get("a.120"), pattern(7392, of_another ? 0 : 1));
     EXPECT_EQ(folder.names(), Names{"a.120"});
 }
+
+INSTANTIATE_TEST_SUITE_P(Saving, NativeFaults, kBothWays, name_of_way);
 
 }  // namespace
 }  // namespace memwright

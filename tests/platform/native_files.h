@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <ostream>
+#include <span>
 #include <string>
 
 #include "fakes/temporary_folder.h"
@@ -28,10 +30,24 @@ inline Bytes read_all(const std::string& path, std::size_t limit) {
     return bytes;
 }
 
+// Writing over the start of a file, or in the place of the whole of it.
+struct WayToSave {
+    const char* name;
+    void (NativeFileSystem::*save)(const std::string& path, std::span<const std::uint8_t> bytes);
+
+    bool keeps_rest() const { return save == &NativeFileSystem::overwrite; }
+    friend std::ostream& operator<<(std::ostream& out, const WayToSave& way) {
+        return out << way.name;
+    }
+};
+inline constexpr WayToSave kOverwrite{"overwrite", &NativeFileSystem::overwrite};
+inline constexpr WayToSave kReplace{"replace", &NativeFileSystem::replace};
+
 // The text of the FileError that saving gives, or "saved".
-inline std::string saving(const std::string& path, const Bytes& bytes) {
+inline std::string saving(const std::string& path, const Bytes& bytes,
+                          const WayToSave& way = kOverwrite) {
     try {
-        NativeFileSystem().overwrite(path, bytes);
+        (NativeFileSystem().*way.save)(path, bytes);
         return "saved";
     } catch (const FileError& error) {
         return error.what();
@@ -46,6 +62,29 @@ inline std::string reading(const std::string& path) {
     } catch (const FileError& error) {
         return error.what();
     }
+}
+
+// The text of the FileError that opening a file to read it in pieces gives, or "opened".
+inline std::string opening(const std::string& path) {
+    try {
+        NativeFileSystem().open_input(path);
+        return "opened";
+    } catch (const FileError& error) {
+        return error.what();
+    }
+}
+
+// Cases that hold for both ways.
+class BothWaysToSave : public testing::TestWithParam<WayToSave> {
+  protected:
+    static std::string saving(const std::string& path, const Bytes& bytes) {
+        return memwright::saving(path, bytes, GetParam());
+    }
+};
+
+inline const auto kBothWays = testing::Values(kOverwrite, kReplace);
+inline std::string name_of_way(const testing::TestParamInfo<WayToSave>& way) {
+    return way.param.name;
 }
 
 inline bool has(const std::string& text, const std::string& part) {

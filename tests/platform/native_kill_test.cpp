@@ -34,13 +34,13 @@ void clear_away_unfinished(const TemporaryFolder& folder) {
 enum class End { kKilled, kFinished, kNotAllowed };
 
 // Saves in a child process, and kills it when it has entered or left its `stops`-th system call.
-End save_until(const std::string& path, const Bytes& bytes, int stops) {
+End save_until(const std::string& path, const Bytes& bytes, int stops, const WayToSave& way) {
     const pid_t child = fork();
     if (child == 0) {
         end_child_after_a_minute();
         if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(2);
         std::raise(SIGSTOP);
-        _exit(saving(path, bytes) == "saved" ? 0 : 1);
+        _exit(saving(path, bytes, way) == "saved" ? 0 : 1);
     }
     int status = wait_for(child);
     for (int stop = 0; stop < stops && WIFSTOPPED(status); ++stop) {
@@ -57,20 +57,21 @@ End save_until(const std::string& path, const Bytes& bytes, int stops) {
 }
 
 // At every step of the way: before and after each call to the system.
-void kill_at_every_step(std::size_t old_size) {
+void kill_at_every_step(std::size_t old_size, const WayToSave& way) {
     const TemporaryFolder folder;
     const Bytes old = pattern(old_size);
     const Bytes saved = pattern(7392, 1);
-    Bytes complete = old;
-    complete.resize(std::max(old.size(), saved.size()));
-    std::ranges::copy(saved, complete.begin());
+    Bytes complete = saved;
+    if (way.keeps_rest() && old.size() > saved.size()) {
+        complete.insert(complete.end(), old.begin() + 7392, old.end());
+    }
     int left_old = 0;
     int left_new = 0;
     End end = End::kKilled;
     for (int stops = 0; end == End::kKilled; ++stops) {
         ASSERT_LT(stops, 5000) << "the save never ends";
         folder.put(kName, old);
-        end = save_until(folder.file(kName), saved, stops);
+        end = save_until(folder.file(kName), saved, stops, way);
         const Bytes found = folder.get(kName);
         ASSERT_TRUE(found == old || found == complete) << "half a file after " << stops << " steps";
         (found == old ? left_old : left_new) += 1;
@@ -85,9 +86,17 @@ void kill_at_every_step(std::size_t old_size) {
     EXPECT_EQ(folder.get(kName), complete);
 }
 
-TEST(NativeKill, at_any_step_leaves_the_old_file_or_the_new_one) { kill_at_every_step(7392); }
+TEST(NativeKill, at_any_step_leaves_the_old_file_or_the_new_one) {
+    kill_at_every_step(7392, kOverwrite);
+}
 
-TEST(NativeKill, at_any_step_leaves_a_longer_file_complete) { kill_at_every_step(10000); }
+TEST(NativeKill, at_any_step_leaves_a_longer_file_complete) {
+    kill_at_every_step(10000, kOverwrite);
+}
+
+TEST(NativeKill, at_any_step_of_replacing_leaves_a_longer_file_or_the_new_one) {
+    kill_at_every_step(10000, kReplace);
+}
 
 #endif
 

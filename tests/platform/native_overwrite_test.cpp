@@ -9,14 +9,16 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-TEST(NativeOverwrite, makes_a_new_file) {
+class NativeSave : public BothWaysToSave {};
+
+TEST_P(NativeSave, makes_a_new_file) {
     const TemporaryFolder folder;
     EXPECT_EQ(saving(folder.file("new.120"), pattern(7392)), "saved");
     EXPECT_EQ(folder.get("new.120"), pattern(7392));
     EXPECT_EQ(folder.names(), Names{"new.120"});
 }
 
-TEST(NativeOverwrite, replaces_the_bytes_of_a_file) {
+TEST_P(NativeSave, replaces_the_bytes_of_a_file) {
     const TemporaryFolder folder;
     const std::string path = folder.put("old.120", pattern(7392));
     EXPECT_EQ(saving(path, pattern(7392, 99)), "saved");
@@ -35,7 +37,17 @@ TEST(NativeOverwrite, keeps_the_bytes_that_a_longer_file_has_past_its_end) {
     EXPECT_EQ(folder.names(), Names{"long.120"});
 }
 
-TEST(NativeOverwrite, makes_a_shorter_file_longer) {
+TEST(NativeReplace, keeps_nothing_of_a_longer_file) {
+    const TemporaryFolder folder;
+    const std::string path = folder.put("long.csv", pattern(10000, 7));
+    for (const std::size_t size : {7392U, 1U, 0U}) {
+        EXPECT_EQ(saving(path, pattern(size, 99), kReplace), "saved");
+        EXPECT_EQ(folder.get("long.csv"), pattern(size, 99));
+        EXPECT_EQ(folder.names(), Names{"long.csv"});
+    }
+}
+
+TEST_P(NativeSave, makes_a_shorter_file_longer) {
     const TemporaryFolder folder;
     EXPECT_EQ(saving(folder.put("short.120", pattern(100)), pattern(7392, 9)), "saved");
     EXPECT_EQ(folder.get("short.120"), pattern(7392, 9));
@@ -51,7 +63,7 @@ TEST(NativeOverwrite, with_no_bytes_leaves_the_file_as_it_is) {
     EXPECT_EQ(folder.get("new.120"), Bytes());
 }
 
-TEST(NativeOverwrite, can_be_done_again_and_again) {
+TEST_P(NativeSave, can_be_done_again_and_again) {
     const TemporaryFolder folder;
     for (int round = 0; round < 20; ++round) {
         EXPECT_EQ(saving(folder.file("a.120"), pattern(7392, round)), "saved");
@@ -60,7 +72,7 @@ TEST(NativeOverwrite, can_be_done_again_and_again) {
     EXPECT_EQ(folder.names(), Names{"a.120"});
 }
 
-TEST(NativeOverwrite, touches_no_other_file) {
+TEST_P(NativeSave, touches_no_other_file) {
     const TemporaryFolder folder;
     folder.put("neighbour.120", pattern(20));
     EXPECT_EQ(saving(folder.file("a.120"), pattern(7392)), "saved");
@@ -68,7 +80,7 @@ TEST(NativeOverwrite, touches_no_other_file) {
     EXPECT_EQ(folder.names(), (Names{"a.120", "neighbour.120"}));
 }
 
-TEST(NativeOverwrite, takes_names_with_blanks_and_with_any_letters) {
+TEST_P(NativeSave, takes_names_with_blanks_and_with_any_letters) {
     const TemporaryFolder folder;
     const std::string name =
         "my r\xC3\xA4"
@@ -77,7 +89,7 @@ TEST(NativeOverwrite, takes_names_with_blanks_and_with_any_letters) {
     EXPECT_EQ(read_all(folder.file(name), 7392), pattern(7392));
 }
 
-TEST(NativeOverwrite, refuses_a_folder) {
+TEST_P(NativeSave, refuses_a_folder) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.path() / "sub");
     const std::string error = saving(folder.file("sub"), pattern(7392));
@@ -87,7 +99,7 @@ TEST(NativeOverwrite, refuses_a_folder) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.path() / "sub"));
 }
 
-TEST(NativeOverwrite, a_missing_folder_is_an_error_that_names_the_file_and_the_remedy) {
+TEST_P(NativeSave, a_missing_folder_is_an_error_that_names_the_file_and_the_remedy) {
     const TemporaryFolder folder;
     const std::string path = folder.file("no/such/file.120");
     const std::string error = saving(path, pattern(7392));
@@ -96,7 +108,7 @@ TEST(NativeOverwrite, a_missing_folder_is_an_error_that_names_the_file_and_the_r
     EXPECT_TRUE(folder.names().empty());
 }
 
-TEST(NativeOverwrite, a_file_in_the_place_of_a_folder_is_an_error) {
+TEST_P(NativeSave, a_file_in_the_place_of_a_folder_is_an_error) {
     const TemporaryFolder folder;
     folder.put("file", pattern(5));
     EXPECT_TRUE(has(saving(folder.file("file/under.120"), pattern(7392)), "Cannot save"));
@@ -104,7 +116,7 @@ TEST(NativeOverwrite, a_file_in_the_place_of_a_folder_is_an_error) {
     EXPECT_EQ(folder.names(), Names{"file"});
 }
 
-TEST(NativeOverwrite, an_empty_name_is_an_error_and_leaves_nothing_behind) {
+TEST_P(NativeSave, an_empty_name_is_an_error_and_leaves_nothing_behind) {
     const TemporaryFolder folder;
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());
@@ -113,6 +125,8 @@ TEST(NativeOverwrite, an_empty_name_is_an_error_and_leaves_nothing_behind) {
     EXPECT_TRUE(has(error, "Cannot save")) << error;
     EXPECT_TRUE(folder.names().empty());
 }
+
+INSTANTIATE_TEST_SUITE_P(Saving, NativeSave, kBothWays, name_of_way);
 
 }  // namespace
 }  // namespace memwright

@@ -15,6 +15,8 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+class NativePermissions : public BothWaysToSave {};
+
 mode_t mode_of(const std::string& path) {
     struct stat facts {};
     EXPECT_EQ(stat(path.c_str(), &facts), 0) << path;
@@ -28,7 +30,7 @@ void give_to_ordinary_user(const std::string& path) {
     }
 }
 
-TEST(NativePermissions, are_kept) {
+TEST_P(NativePermissions, are_kept) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     int round = 0;
@@ -41,7 +43,7 @@ TEST(NativePermissions, are_kept) {
     }
 }
 
-TEST(NativePermissions, are_kept_whatever_new_files_get) {
+TEST_P(NativePermissions, are_kept_whatever_new_files_get) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     ASSERT_EQ(chmod(path.c_str(), 0664), 0);
@@ -53,7 +55,7 @@ TEST(NativePermissions, are_kept_whatever_new_files_get) {
     EXPECT_EQ(mode_of(path), 0664U);
 }
 
-TEST(NativePermissions, of_a_new_file_are_those_that_the_user_gives_new_files) {
+TEST_P(NativePermissions, of_a_new_file_are_those_that_the_user_gives_new_files) {
     const TemporaryFolder folder;
     for (const mode_t mask : {0077U, 0022U, 0002U}) {
         const std::string path = folder.file("new-" + std::to_string(mask));
@@ -66,7 +68,7 @@ TEST(NativePermissions, of_a_new_file_are_those_that_the_user_gives_new_files) {
     }
 }
 
-TEST(NativePermissions, a_file_behind_a_link_keeps_its_own) {
+TEST_P(NativePermissions, a_file_behind_a_link_keeps_its_own) {
     const TemporaryFolder folder;
     const std::string real = folder.put("real.120", pattern(7392));
     ASSERT_EQ(chmod(real.c_str(), 0640), 0);
@@ -75,7 +77,7 @@ TEST(NativePermissions, a_file_behind_a_link_keeps_its_own) {
     EXPECT_EQ(mode_of(real), 0640U);
 }
 
-TEST(NativePermissions, a_write_protected_file_is_refused_and_stays_as_it_is) {
+TEST_P(NativePermissions, a_write_protected_file_is_refused_and_stays_as_it_is) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     give_to_ordinary_user(path);
@@ -94,7 +96,7 @@ TEST(NativePermissions, a_write_protected_file_is_refused_and_stays_as_it_is) {
 }
 
 // The administrator may write any file; a file's protection is kept then.
-TEST(NativePermissions, a_write_protected_file_stays_protected_where_it_may_be_written) {
+TEST_P(NativePermissions, a_write_protected_file_stays_protected_where_it_may_be_written) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     ASSERT_EQ(chmod(path.c_str(), 0444), 0);
@@ -104,7 +106,7 @@ TEST(NativePermissions, a_write_protected_file_stays_protected_where_it_may_be_w
     EXPECT_EQ(folder.get("a.120"), pattern(7392, allowed ? 1 : 0));
 }
 
-TEST(NativePermissions, a_read_only_folder_is_refused_with_nothing_left_behind) {
+TEST_P(NativePermissions, a_read_only_folder_is_refused_with_nothing_left_behind) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     ASSERT_EQ(chmod(path.c_str(), 0666), 0);
@@ -121,7 +123,7 @@ TEST(NativePermissions, a_read_only_folder_is_refused_with_nothing_left_behind) 
     EXPECT_EQ(folder.get("a.120"), pattern(7392));
 }
 
-TEST(NativePermissions, a_missing_file_in_a_read_only_folder_cannot_be_opened) {
+TEST(NativeReadPermissions, a_missing_file_in_a_read_only_folder_cannot_be_opened) {
     const TemporaryFolder folder;
     give_to_ordinary_user(folder.path().string());
     ASSERT_EQ(chmod(folder.path().c_str(), 0555), 0);
@@ -130,17 +132,19 @@ TEST(NativePermissions, a_missing_file_in_a_read_only_folder_cannot_be_opened) {
     EXPECT_TRUE(folder.names().empty());
 }
 
-TEST(NativePermissions, a_file_that_may_not_be_read_is_refused) {
+TEST(NativeReadPermissions, a_file_that_may_not_be_read_is_refused) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     give_to_ordinary_user(path);
     ASSERT_EQ(chmod(path.c_str(), 0200), 0);
-    const std::string error = as_an_ordinary_user([&] { return reading(path); });
-    EXPECT_TRUE(has(error, "Cannot open " + path)) << error;
-    EXPECT_TRUE(has(error, "Permission denied")) << error;
+    for (const auto& read : {&reading, &opening}) {
+        const std::string error = as_an_ordinary_user([&] { return read(path); });
+        EXPECT_TRUE(has(error, "Cannot open " + path)) << error;
+        EXPECT_TRUE(has(error, "Permission denied")) << error;
+    }
 }
 
-TEST(NativePermissions, the_end_of_a_longer_file_that_may_not_be_read_is_not_lost) {
+TEST(NativeOverwritePermissions, the_end_of_a_longer_file_that_may_not_be_read_is_not_lost) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(10000));
     give_to_ordinary_user(path);
@@ -153,7 +157,20 @@ TEST(NativePermissions, the_end_of_a_longer_file_that_may_not_be_read_is_not_los
     EXPECT_EQ(folder.names(), Names{"a.120"});
 }
 
-TEST(NativePermissions, nothing_exists_in_a_folder_that_may_not_be_entered) {
+TEST(NativeReplacePermissions, a_longer_file_that_may_not_be_read_is_replaced) {
+    const TemporaryFolder folder;
+    const std::string path = folder.put("a.csv", pattern(10000));
+    ASSERT_EQ(chmod(folder.path().c_str(), 0777), 0);
+    give_to_ordinary_user(path);
+    ASSERT_EQ(chmod(path.c_str(), 0200), 0);
+    EXPECT_EQ(as_an_ordinary_user([&] { return saving(path, pattern(7392, 1), kReplace); }),
+              "saved");
+    EXPECT_EQ(mode_of(path), 0200U);
+    ASSERT_EQ(chmod(path.c_str(), 0644), 0);
+    EXPECT_EQ(folder.get("a.csv"), pattern(7392, 1));
+}
+
+TEST_P(NativePermissions, nothing_exists_in_a_folder_that_may_not_be_entered) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     give_to_ordinary_user(folder.path().string());
@@ -169,7 +186,7 @@ TEST(NativePermissions, nothing_exists_in_a_folder_that_may_not_be_entered) {
     EXPECT_EQ(folder.names(), Names{"a.120"});
 }
 
-TEST(NativePermissions, the_administrator_leaves_a_file_with_its_owner) {
+TEST_P(NativePermissions, the_administrator_leaves_a_file_with_its_owner) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     give_to_ordinary_user(path);
@@ -185,7 +202,7 @@ TEST(NativePermissions, the_administrator_leaves_a_file_with_its_owner) {
 }
 
 // A file that is shared by a group stays with the group, whoever of it saves.
-TEST(NativePermissions, a_member_of_the_group_leaves_a_file_with_the_group) {
+TEST_P(NativePermissions, a_member_of_the_group_leaves_a_file_with_the_group) {
     constexpr gid_t kClub = 54321;
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
@@ -206,6 +223,8 @@ TEST(NativePermissions, a_member_of_the_group_leaves_a_file_with_the_group) {
     EXPECT_EQ(after.st_mode & 07777, 0660U);
     EXPECT_EQ(folder.get("a.120"), pattern(7392, 1));
 }
+
+INSTANTIATE_TEST_SUITE_P(Saving, NativePermissions, kBothWays, name_of_way);
 
 }  // namespace
 }  // namespace memwright

@@ -70,6 +70,77 @@ TEST(NativeRead, a_file_in_the_place_of_a_folder_is_an_error) {
 
 TEST(NativeRead, an_empty_name_is_an_error) { EXPECT_TRUE(has(reading(""), "Cannot create")); }
 
+// What open_input gives, in pieces of this size.
+Bytes read_in_pieces(const std::string& path, std::size_t size) {
+    const auto file = NativeFileSystem().open_input(path);
+    Bytes bytes, piece(size);
+    std::size_t count = size;
+    while (count == size) {
+        count = file->read(piece);
+        bytes.insert(bytes.end(), piece.begin(),
+                     piece.begin() + static_cast<std::ptrdiff_t>(count));
+    }
+    EXPECT_EQ(file->read(piece), 0U) << "behind the end";
+    return bytes;
+}
+
+TEST(NativeInput, reads_a_file_in_pieces_of_any_size) {
+    const TemporaryFolder folder;
+    const std::string path = folder.put("a.csv", pattern(10000));
+    for (const std::size_t size : {1U, 7U, 4096U, 5000U, 9999U, 10000U, 10001U, 65536U}) {
+        EXPECT_EQ(read_in_pieces(path, size), pattern(10000)) << size;
+    }
+    EXPECT_EQ(folder.get("a.csv"), pattern(10000));
+}
+
+TEST(NativeInput, fills_all_pieces_but_the_last) {
+    const TemporaryFolder folder;
+    const auto file = NativeFileSystem().open_input(folder.put("a.csv", pattern(10000)));
+    Bytes piece(4096);
+    for (const std::size_t count : {4096U, 4096U, 1808U, 0U}) EXPECT_EQ(file->read(piece), count);
+}
+
+TEST(NativeInput, knows_how_large_the_file_was_when_it_was_opened) {
+    const TemporaryFolder folder;
+    for (const std::size_t size : {0U, 1U, 10000U}) {
+        const std::string path = folder.put("a.csv", pattern(size));
+        const auto file = NativeFileSystem().open_input(path);
+        EXPECT_EQ(file->size(), size);
+        folder.put("a.csv", pattern(20));
+        EXPECT_EQ(file->size(), size);
+    }
+}
+
+TEST(NativeInput, goes_on_with_a_file_that_is_replaced_or_removed_meanwhile) {
+    const TemporaryFolder folder;
+    const std::string path = folder.put("a.csv", pattern(10000));
+    const auto file = NativeFileSystem().open_input(path);
+    Bytes piece(5000);
+    EXPECT_EQ(file->read(piece), 5000U);
+    NativeFileSystem().replace(path, pattern(10));
+    std::filesystem::remove(path);
+    const Bytes old = pattern(10000);
+    EXPECT_EQ(file->read(piece), 5000U);
+    EXPECT_EQ(piece, Bytes(old.begin() + 5000, old.end()));
+}
+
+TEST(NativeInput, a_missing_file_is_an_error_and_not_created) {
+    const TemporaryFolder folder;
+    for (const std::string& path : {folder.file("new.csv"), folder.file("no/such/file.csv")}) {
+        const std::string error = opening(path);
+        EXPECT_TRUE(has(error, "Cannot open " + path + ": No such file")) << error;
+        EXPECT_TRUE(has(error, "Check that the file can be read, or open another one.")) << error;
+    }
+    EXPECT_TRUE(folder.names().empty());
+    EXPECT_TRUE(has(opening(""), "Cannot open"));
+}
+
+TEST(NativeInput, refuses_a_folder) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path().string();
+    EXPECT_EQ(opening(path), "Cannot open " + path + ": it is a folder.\nChoose an ordinary file.");
+}
+
 TEST(NativeExists, sees_files_and_folders) {
     const TemporaryFolder folder;
     NativeFileSystem files;
