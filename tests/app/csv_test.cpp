@@ -44,6 +44,7 @@ class Csv : public ProgramTest {
     void in_wait(int n, std::function<void()> event) {
         loop.while_waiting = [this, n, event = std::move(event)] {
             if (loop.waits == n) event();
+            if (loop.waits > 1000) throw Error("It does not end.");
         };
     }
 

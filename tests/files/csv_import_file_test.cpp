@@ -136,6 +136,18 @@ TEST_F(ImportFile, does_not_take_a_short_line_behind_a_label_for_a_part_of_it) {
         import_lines(whole + "much too long\"\n"),
         report(3, "it has 1 field instead of five: Ch,MHz,Mode,Pref,Label", "much too long\""));
     EXPECT_EQ(row(1).tag, "A");
+    EXPECT_EQ(import_lines("0,145.00000,NFM,,\"A\nB\"\r\nx\"\r\n"),
+              report(4, "it has 1 field instead of five: Ch,MHz,Mode,Pref,Label", "x\""))
+        << "a label ends where a line ends with CR LF";
+    EXPECT_EQ(row(1).tag, "A\nB");
+}
+
+TEST_F(ImportFile, takes_the_shortest_line_behind_an_empty_label_for_a_line) {
+    fill(1, {"GOES", "145.00000"});
+    EXPECT_EQ(import_lines("5,145.00000,NFM,,\"\"\n,,,,\"\n1,118.10000,AM,,\"B\"\n"), "imported");
+    EXPECT_EQ(row(6), (Channel{"", "145.00000"}));
+    EXPECT_EQ(row(1), (Channel{"", "", "", ""})) << "no channel and no frequency";
+    EXPECT_EQ(row(2).tag, "B");
 }
 
 TEST_F(ImportFile, reports_too_few_fields) {
