@@ -30,9 +30,14 @@ LineReader::Line LineReader::line_up_to(std::size_t end) const {
 }
 
 void LineReader::skip() {
-    if (!peek()) return;
-    start_ = std::min(searched_ + 1, buffer_.size());
-    searched_ = start_;
+    auto feed = buffer_.find('\n', searched_);
+    while (feed == std::string::npos) {
+        // What is skipped need not be kept, however long it is.
+        start_ = searched_ = buffer_.size();
+        if (!read_chunk()) return;
+        feed = buffer_.find('\n', searched_);
+    }
+    start_ = searched_ = feed + 1;
     ++number_;
 }
 

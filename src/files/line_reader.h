@@ -33,7 +33,7 @@ class LineReader {
 
     // Bytes that are read at a time.
     static constexpr std::size_t kChunk = 64 * 1024;
-    // A longer line is a BadLine: the file is no text.
+    // A longer line is a BadLine, unless it is skipped unseen: the file is no text.
     static constexpr std::size_t kLongestLine = 1024 * 1024;
 
     explicit LineReader(std::unique_ptr<InputFile> file) : file_(std::move(file)) {}

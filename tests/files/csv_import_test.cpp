@@ -5,6 +5,7 @@
 #include <map>
 
 #include "files/csv_test.h"
+#include "files/line_reader.h"
 #include "image/blocked_ranges.h"
 
 namespace memwright {
@@ -49,7 +50,8 @@ TEST_F(Import, throws_the_first_line_away_whatever_it_holds) {
     for (const std::string& header :
          {std::string("Ch,MHz,Mode,Pref,Label"), std::string(), std::string("x"),
           std::string("7,100,AM,p,\"NO\""), std::string("999,1,2"), std::string("\"open"),
-          std::string("7,100,AM,p,\"NO"), std::string("\0\xFF,\t", 4), std::string(200000, ',')}) {
+          std::string("7,100,AM,p,\"NO"), std::string("\0\xFF,\t", 4),
+          std::string(2 * LineReader::kLongestLine, ',')}) {
         for (const char* const end : {"\r\n", "\n"}) {
             grid.Clear();
             table.initgrid();

@@ -98,6 +98,21 @@ TEST(LineReader, skips_a_line_that_nobody_looked_at) {
     EXPECT_EQ(reader.peek()->number, 2U);
 }
 
+TEST(LineReader, skips_a_line_of_any_length) {
+    for (const std::size_t length : {LineReader::kChunk - 1, LineReader::kChunk,
+                                     2 * LineReader::kLongestLine, 3 * LineReader::kChunk}) {
+        LineReader reader = reader_of(std::string(length, 'x') + "\r\nb\n");
+        reader.skip();
+        ASSERT_TRUE(reader.peek()) << length;
+        EXPECT_EQ(reader.peek()->text, "b") << length;
+        EXPECT_EQ(reader.peek()->number, 2U);
+
+        LineReader without_end = reader_of(std::string(length, 'x'));
+        without_end.skip();
+        EXPECT_FALSE(without_end.peek()) << length;
+    }
+}
+
 TEST(LineReader, puts_lines_together_that_the_pieces_of_the_file_cut_anywhere) {
     for (std::size_t before = LineReader::kChunk - 4; before <= LineReader::kChunk + 1; ++before) {
         const std::string first(before, 'x');
