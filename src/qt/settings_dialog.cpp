@@ -101,15 +101,14 @@ void lay_out(QDialog& dialog, const frmMiscSetting& form) {
         {&form.Combo7, &form.Combo8, &form.Combo12, &form.Combo10, &form.Combo2});
     align({&search});
     align({&reception, &operation});
+    // The last group of each column takes the rest, so that both end at one line.
     auto* const left = new QVBoxLayout;
     left->addWidget(search.box());
     left->addWidget(scan_mode());
-    left->addWidget(linked_bands(form));
-    left->addStretch();
+    left->addWidget(linked_bands(form), 1);
     auto* const right = new QVBoxLayout;
     right->addWidget(reception.box());
-    right->addWidget(operation.box());
-    right->addStretch();
+    right->addWidget(operation.box(), 1);
     auto* const columns = new QHBoxLayout;
     columns->addLayout(left);
     columns->addLayout(right);
@@ -133,6 +132,9 @@ void QtDialogViews::show_modal(frmMiscSetting& form) {
     for (CheckBox& box : form.Check1) binder.bind(box);
     binder.bind(form.Command1);
     binder.bind(form.Command2);
+    // Tab goes to the selected button, from the first time on.
+    const OptionButton& other = form.Option1.selected ? form.Option2 : form.Option1;
+    dialog.findChild<QRadioButton*>(from_utf8(other.name))->setFocusPolicy(Qt::ClickFocus);
     run(dialog, form.closed);
 }
 
