@@ -18,8 +18,16 @@ constexpr int kColumnsOfLimit = 3;  // box, list and a gap
 
 QString plain(QString caption) { return caption.remove('&'); }
 
+// On Linux, a screen reader takes the chosen entry for the name of a list, and asks a label what it
+// is a list of.
+void add_unseen_label(QDialog& dialog, QComboBox& list) {
+    auto* const label = new QLabel(list.accessibleName(), &dialog);
+    label->setBuddy(&list);
+    label->hide();
+}
+
 // The box and the list of a limit, side by side.
-void add_limit(QGridLayout& cells, const frmLimitSearch& form, std::size_t limit,
+void add_limit(QDialog& dialog, QGridLayout& cells, const frmLimitSearch& form, std::size_t limit,
                const QString& name) {
     constexpr int kAround = 24;  // pixels: the frame and room for the caret
     const int row = static_cast<int>(limit) / kLimitsInRow + 1;
@@ -27,10 +35,13 @@ void add_limit(QGridLayout& cells, const frmLimitSearch& form, std::size_t limit
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     auto* const box = named<LineBox>(form.Text1[limit].name.c_str(), name);
     box->setFont(fixed);
-    box->setFixedWidth(QFontMetrics(fixed).horizontalAdvance("1299.00000") + kAround);
+    box->setMinimumWidth(QFontMetrics(fixed).horizontalAdvance("1299.00000") + kAround);
+    box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // as wide as its heading
+    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);  // the points stand below each other
     auto* const list =
         named<QComboBox>(form.Combo1[limit].name.c_str(), QObject::tr("%1, mode").arg(name));
     list->setFont(fixed);
+    add_unseen_label(dialog, *list);
     cells.addWidget(box, row, column);
     cells.addWidget(list, row, column + 1);
 }
@@ -58,8 +69,8 @@ void lay_out(QDialog& dialog, frmLimitSearch& form) {
         cells->addWidget(label, row + 1, 0);
         const QString name = plain(from_utf8(caption->caption));
         const auto lower = static_cast<std::size_t>(row * kLimitsInRow);
-        add_limit(*cells, form, lower, QObject::tr("%1, lower limit").arg(name));
-        add_limit(*cells, form, lower + 1, QObject::tr("%1, upper limit").arg(name));
+        add_limit(dialog, *cells, form, lower, QObject::tr("%1, lower limit").arg(name));
+        add_limit(dialog, *cells, form, lower + 1, QObject::tr("%1, upper limit").arg(name));
         label->setBuddy(cells->itemAtPosition(row + 1, 1)->widget());
         ++row;
     }
@@ -83,6 +94,8 @@ void QtDialogViews::show_modal(frmLimitSearch& form) {
     for (ComboBox& list : form.Combo1) binder.bind(list);
     binder.bind(form.Command1);
     binder.bind(form.Command2);
+    // As Tab finds it: what is typed replaces it.
+    dialog.findChild<LineBox*>(from_utf8(form.Text1.front().name))->selectAll();
     run(dialog, form.closed);
 }
 
