@@ -1,11 +1,38 @@
 #include "qt/binder.h"
 
+#include <QKeyEvent>
+
 #include "qt/line_box.h"
 #include "qt/overlays.h"
 #include "qt/core/text.h"
 #include "qt/twips.h"
 
 namespace memwright::qt {
+namespace {
+
+// The mnemonic of a dialog's button acts at once. By itself, a button stays down for a tenth of a
+// second first, and keys that come sooner act on what was before.
+class AtOnce final : public QObject {
+  public:
+    explicit AtOnce(QAbstractButton& button) : QObject(&button), button_(button) {}
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() != QEvent::Shortcut ||
+            static_cast<const QShortcutEvent*>(event)->isAmbiguous()) {
+            return false;
+        }
+        button_.setFocus(Qt::ShortcutFocusReason);
+        button_.click();
+        return true;
+    }
+
+  private:
+    QAbstractButton& button_;
+};
+
+void act_at_once(QAbstractButton& button) { button.installEventFilter(new AtOnce(button)); }
+
+}  // namespace
 
 template <class Widget>
 Widget* Binder::find(const Control& control) {
@@ -93,6 +120,7 @@ void Binder::bind(CommandButton& button) {
     bind_state(button, *shown);
     follow(button.caption, [&button, shown] { shown->setText(from_utf8(button.caption)); });
     if (button.height > 0) bind_place(button, *shown);
+    if (shown->autoDefault()) act_at_once(*shown);
     QObject::connect(shown, &QPushButton::clicked, &form_, [&button, shown] {
         // Pressed by a key, a dialog's button takes the focus as it does from the mouse: what is
         // typed in a box is finished first.
@@ -107,6 +135,7 @@ void Binder::bind(CheckBox& box) {
     bind_state(box, *shown);
     follow(box.caption, [&box, shown] { shown->setText(from_utf8(box.caption)); });
     follow(box.checked, [&box, shown] { shown->setChecked(box.checked); });
+    act_at_once(*shown);
     QObject::connect(shown, &QCheckBox::toggled, &form_, [&box](bool on) { box.checked = on; });
 }
 
@@ -116,6 +145,7 @@ void Binder::bind(OptionButton& button) {
     bind_state(button, *shown);
     follow(button.caption, [&button, shown] { shown->setText(from_utf8(button.caption)); });
     follow(button.selected, [&button, shown] { shown->setChecked(button.selected); });
+    act_at_once(*shown);
     QObject::connect(shown, &QRadioButton::toggled, &form_,
                      [&button](bool on) { button.selected = on; });
 }
