@@ -6,7 +6,6 @@
 
 #include <functional>
 
-#include "app/radio_image.h"
 #include "app/setting_rows.h"
 #include "platform/error.h"
 
@@ -24,13 +23,8 @@ class SetMode : public ::testing::Test {
   protected:
     void zero() { radio_.image() = MemoryImage{}; }
 
-    // Random bytes, but for those that a list has to have an entry for.
     void make_valid(SeededRandom& random, int from = 0) {
-        radio_.randomise(random, from);
-        for (const SettingRow& row : setting_rows()) {
-            const int last = static_cast<int>(row.entries.size()) - 1;
-            if (row.bit == kWholeByte) radio_.put(row.offset, random.between(0, last));
-        }
+        memwright::make_valid(radio_, random, from);
     }
 
     // Opens the dialog, works in it, and presses one of its buttons.

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "app/radio_image.h"
+
 namespace memwright {
 
 inline constexpr int kWholeByte = -1;
@@ -60,6 +62,15 @@ inline constexpr SettingBit kScanModeBit{6676, 3};
 
 constexpr SettingBit linked_band_bit(int band) {
     return band < 8 ? SettingBit{6688, band} : SettingBit{6689, band - 8};
+}
+
+// Random bytes from an offset on, but for those that a list has to have an entry for.
+inline void make_valid(RadioImage& radio, SeededRandom& random, int from = layout::kRadioSettings) {
+    radio.randomise(random, from);
+    for (const SettingRow& row : setting_rows()) {
+        const int last = static_cast<int>(row.entries.size()) - 1;
+        if (row.bit == kWholeByte) radio.put(row.offset, random.between(0, last));
+    }
 }
 
 }  // namespace memwright

@@ -91,6 +91,8 @@ TEST_P(Pictures, of_the_dialogs) {
     picture_of_dialog("port-long", [&] { choose("mnuOptions", "mnuPort"); });
     picture_of_dialog("read", [&] { choose("mnuTransfer", "mnuRead"); });
     open_some_image();
+    picture_of_dialog("settings", [&] { choose("mnuVR120Settings", "mnuMiscSettings"); });
+    picture_of_dialog("limits", [&] { choose("mnuVR120Settings", "mnuSearchBandMem"); });
     picture_of_dialog("open", [&] { choose("mnuFile", "mnuOpen"); });
     picture_of_dialog("save", [&] { choose("mnuFile", "mnuSave"); });
     picture_of_dialog("error", [&] { program().open_named("/"); });
