@@ -14,6 +14,17 @@ constexpr double kRuleTwips = 8;
 
 QColor colour_of(Colour colour) { return QColor::fromRgb(colour); }
 
+QFont font_of(const QString& family, bool bold, double points) {
+    QFont font(family);
+    font.setBold(bold);
+    font.setPointSizeF(points);
+    // Spaced letters, by however little, make no ligatures: who looks for "Off" in a document finds
+    // it, and names of files are copied as they are.
+    constexpr double kHardlyAnything = 1.0 / 64;
+    font.setLetterSpacing(QFont::AbsoluteSpacing, kHardlyAnything);
+    return font;
+}
+
 }  // namespace
 
 void PaintedDocument::set_up(PaperOrientation orientation) {
@@ -52,9 +63,7 @@ void PaintedDocument::fail() const {
 }
 
 void PaintedDocument::set_font(const PrinterFont& font) {
-    font_ = QFont(QString::fromStdString(font.name));
-    font_.setBold(font.bold);
-    font_.setPointSizeF(font.points);
+    font_ = font_of(QString::fromStdString(font.name), font.bold, font.points);
 }
 
 void PaintedDocument::print_line(const std::string& text) {
@@ -88,9 +97,7 @@ void PaintedDocument::draw(const Picture& picture, double left, double top,
 
 void PaintedDocument::draw_texts(const Picture& picture) {
     for (const Picture::Text& text : picture.texts) {
-        QFont font;
-        font.setBold(text.bold);
-        font.setPointSizeF(text.points);
+        const QFont font = font_of(QFont().family(), text.bold, text.points);
         painter_.setFont(font);
         painter_.setPen(colour_of(text.colour));
         const QRectF area(units(text.area.left), units(text.area.top), units(text.area.width),
