@@ -16,7 +16,7 @@ namespace memwright {
 
 class GridPrinting {
   public:
-    // `current_path` gives the name of the file that is printed on the first page.
+    // `current_path` gives the name of the file that is printed above each page's grid.
     GridPrinting(Printer& printer, Clock& clock, MessageBox& messages,
                  std::function<std::string()> current_path)
         : printer_(printer),
