@@ -2,9 +2,11 @@
 
 // A printer that keeps what is printed on it, page by page.
 
+#include <cmath>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/error.h"
@@ -38,6 +40,7 @@ class Paper final : public Printer {
         PaperOrientation orientation;
         std::vector<PrintedPage> pages;
         bool ended = false;
+        std::vector<std::string> steps;  // all that was asked of it, in order
     };
     std::vector<Document> documents;
     std::string name = "Paper";
@@ -49,7 +52,7 @@ class Paper final : public Printer {
 
     std::unique_ptr<PrintedDocument> begin(const std::string& title,
                                            PaperOrientation orientation) override {
-        documents.push_back({title, orientation, {}, false});
+        documents.push_back({title, orientation, {}, false, {}});
         return std::make_unique<OnPaper>(*this);
     }
 
@@ -58,23 +61,44 @@ class Paper final : public Printer {
       public:
         explicit OnPaper(Paper& paper) : paper_(paper) {}
 
-        void set_font(const PrinterFont& font) override { font_ = font; }
-        void set_x(double twips) override { x_ = twips; }
-        void set_y(double twips) override { y_ = twips; }
+        void set_font(const PrinterFont& font) override {
+            note("font " + font.name + (font.bold ? " bold " : " ") + number(font.points));
+            font_ = font;
+        }
+        void set_x(double twips) override {
+            note("x " + number(twips));
+            x_ = twips;
+        }
+        void set_y(double twips) override {
+            note("y " + number(twips));
+            y_ = twips;
+        }
         void print_line(const std::string& text) override {
+            note("print \"" + text + "\"");
             page().lines.push_back({x_, y_, text, font_});
             x_ = 0;
             y_ += kLineHeight;
         }
         void draw(const Picture& picture, double left, double top,
                   std::optional<Size> size) override {
+            note("draw at " + number(left) + ", " + number(top) +
+                 (size ? " sized " + number(size->width) + " x " + number(size->height) : ""));
             page().pictures.push_back({picture, left, top, size});
         }
-        void new_page() override { between_pages_ = true; }
-        void end() override { document().ended = true; }
+        void new_page() override {
+            note("new page");
+            between_pages_ = true;
+        }
+        void end() override {
+            note("end");
+            document().ended = true;
+        }
         std::string device_name() const override { return paper_.name; }
 
       private:
+        static std::string number(double value) { return std::to_string(std::lround(value)); }
+        void note(std::string step) { document().steps.push_back(std::move(step)); }
+
         Document& document() { return paper_.documents.back(); }
         PrintedPage& page() {
             if (between_pages_) {
