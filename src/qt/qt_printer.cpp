@@ -6,9 +6,10 @@
 #include <QPrinterInfo>
 #include <QStandardPaths>
 
+#include "qt/core/text.h"
 #include "qt/print/painted_document.h"
 #include "qt/print/pdf_document.h"
-#include "qt/core/text.h"
+#include "qt/print_service.h"
 
 namespace memwright::qt {
 namespace {
@@ -32,8 +33,10 @@ class PrinterDocument final : private PrinterPages, public PaintedDocument {
     ~PrinterDocument() override { finish(); }
 
     void end() override {
+        const bool sending = painting();
         PaintedDocument::end();
         if (printer.printerState() == QPrinter::Error) fail();
+        if (const std::string why = sending ? print_service_error() : ""; !why.empty()) fail(why);
     }
     std::string device_name() const override { return to_utf8(printer.printerName()); }
 };

@@ -56,10 +56,10 @@ QPainter& PaintedDocument::painter() {
     return painter_;
 }
 
-void PaintedDocument::fail() const {
-    throw PrinterError("Cannot print on " + device_name() +
-                       ": it takes no pages.\nThe table is as it was. Check that the printer is on "
-                       "and has paper, then print again.");
+void PaintedDocument::fail(const std::string& why) const {
+    throw PrinterError("Cannot print on " + device_name() + ": " + why +
+                       ".\nThe table is as it was. Check that the printer is on, has paper and "
+                       "accepts jobs, then print again.");
 }
 
 void PaintedDocument::set_font(const PrinterFont& font) {

@@ -29,7 +29,11 @@ class PaintedDocument : public PrintedDocument {
     // Ends the painting, if it had begun. False if that failed.
     bool finish();
 
-    [[noreturn]] void fail() const;
+    // Whether something was painted that has not ended.
+    bool painting() const { return painter_.isActive(); }
+
+    // PrinterError: the device does not print, for a reason like "it is out of paper".
+    [[noreturn]] void fail(const std::string& why = "it takes no pages") const;
 
   private:
     QPainter& painter();
