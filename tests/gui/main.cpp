@@ -11,6 +11,8 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" MEMWRIGHT_SCREEN);
     }
+    // No test prints on anybody's printer: here is no print service.
+    qputenv("CUPS_SERVER", "/no/such/socket");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();
