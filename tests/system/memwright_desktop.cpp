@@ -44,9 +44,9 @@ void MemwrightDesktop::plug_in(std::vector<std::string> arguments) {
     fs::create_symlink(device, file("cable"));
 }
 
-void MemwrightDesktop::start(std::vector<std::string> arguments) {
+void MemwrightDesktop::start(std::vector<std::string> arguments, const Environment& extra) {
     arguments.insert(arguments.begin(), {"--com", "1=" + file("cable").string()});
-    program = std::make_unique<Application>(desktop, MEMWRIGHT, arguments);
+    program = std::make_unique<Application>(desktop, MEMWRIGHT, arguments, extra);
 }
 
 void MemwrightDesktop::wait_for_caption(const std::string& caption) {

@@ -39,7 +39,7 @@ class MemwrightDesktop : public testing::Test {
   protected:
     // Connects a radio to the cable.
     void plug_in(std::vector<std::string> arguments = {});
-    void start(std::vector<std::string> arguments = {});
+    void start(std::vector<std::string> arguments = {}, const Environment& extra = {});
 
     std::filesystem::path file(const std::string& name) const { return desktop.folder() / name; }
     std::filesystem::path radio_file() const { return file("radio.120"); }
