@@ -22,7 +22,7 @@ struct PrinterFont {
 };
 
 // A document on its way to paper. A page begins when something is drawn on it. A document that is
-// dropped before its end is printed as far as it came.
+// dropped before its end is printed as far as it came; one that becomes a file is not written.
 class PrintedDocument {
   public:
     struct Size {
