@@ -23,12 +23,15 @@
 #include "system/support/eventually.h"
 #include "system/support/temporary_folder.h"
 
-namespace memwright::printing {
+namespace memwright {
 namespace {
 
 namespace fs = std::filesystem;
+using printing::output_of;
+using printing::PrintQueue;
+using printing::read_file;
+using printing::run_program;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 class QtPrinterTest : public testing::Test {
@@ -205,4 +208,4 @@ TEST_F(QtPrinterWithoutAService, a_documents_folder_that_cannot_be_made_is_an_er
 }
 
 }  // namespace
-}  // namespace memwright::printing
+}  // namespace memwright
