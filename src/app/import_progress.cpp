@@ -30,7 +30,7 @@ void ImportProgress::end() {
     form_.TransferProgress.visible = false;
     form_.TransferButton.visible = false;
     form_.unlock_gui();
-    form_.Label1.caption = cancelled_ ? "Import cancelled. The table is as it was." : "";
+    form_.Label1.caption = cancelled_ ? "Import cancelled. Nothing was taken over." : "";
 }
 
 }  // namespace memwright

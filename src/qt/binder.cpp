@@ -2,9 +2,9 @@
 
 #include <QKeyEvent>
 
+#include "qt/core/text.h"
 #include "qt/line_box.h"
 #include "qt/overlays.h"
-#include "qt/core/text.h"
 #include "qt/twips.h"
 
 namespace memwright::qt {

@@ -56,7 +56,7 @@ class Csv : public ProgramTest {
     void expect_cancelled(int waits) {
         EXPECT_EQ(loop.waits, waits) << "ends at once";
         EXPECT_EQ(shown_tag(), "A");
-        EXPECT_EQ(form.Label1.caption.get(), "Import cancelled. The table is as it was.");
+        EXPECT_EQ(form.Label1.caption.get(), "Import cancelled. Nothing was taken over.");
         EXPECT_TRUE(messages.shown.empty());
         EXPECT_EQ(form.Text1.text.get(), "");
         expect_free_again();

@@ -116,7 +116,7 @@ class CsvProgress : public StartedWindowTest {
     void expect_cancelled() {
         EXPECT_EQ(texts(), before_);
         EXPECT_EQ(form().MSFlexGrid1.Row(), 3);
-        EXPECT_EQ(status(), "Import cancelled. The table is as it was.");
+        EXPECT_EQ(status(), "Import cancelled. Nothing was taken over.");
         EXPECT_EQ(robot_.seen().size(), 1U) << "the file dialog alone";
         EXPECT_LT(end_of_status_text(), window().width());
         expect_over();

@@ -13,7 +13,7 @@
 
 #include "gui/support/robot.h"
 #include "qt/dialogs.h"
-#include "qt/text.h"
+#include "qt/core/text.h"
 
 namespace memwright::gui {
 
