@@ -36,7 +36,6 @@ class SettingGroup {
   private:
     void add(const frmMiscSetting::Setting& setting) {
         auto* const list = named<QComboBox>(setting.list.name.c_str(), from_utf8(setting.name()));
-        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
         auto* const label = new QLabel(from_utf8(setting.caption));
         label->setBuddy(list);
         rows_->addRow(label, list);
