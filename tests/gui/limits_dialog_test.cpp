@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
@@ -212,6 +213,23 @@ TEST_F(LimitsDialog, another_window_does_not_correct_the_text_and_coming_back_go
         EXPECT_EQ(text(dialog, 4), "339.5");
         key(dialog, Qt::Key_Tab);
         EXPECT_EQ(text(dialog, 4), "340.00000");
+    });
+}
+
+TEST_F(LimitsDialog, the_menu_of_a_box_does_not_correct_its_text) {
+    look_at([&](QDialog& dialog) {
+        fill(dialog, 4, "339.5");
+        auto& box = part<QLineEdit>(dialog, box_name(4));
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(3, 3),
+                                box.mapToGlobal(QPoint(3, 3)));
+        QCoreApplication::sendEvent(&box, &asked);
+        QWidget* const menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(text(dialog, 4), "339.5");
+        QTest::keyClick(menu, Qt::Key_Escape);
+        QApplication::setActiveWindow(&dialog);
+        EXPECT_EQ(focused(), box_name(4));
+        EXPECT_EQ(text(dialog, 4), "339.5");
     });
 }
 

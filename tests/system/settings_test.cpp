@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "radio/demonstration.h"
 #include "system/memwright_desktop.h"
 

@@ -59,13 +59,13 @@ void pick_with_mouse(QDialog& dialog, const std::string& list, int entry) {
     click(dialog, list);
     QAbstractItemView& entries = *part<QComboBox>(dialog, list).view();
     EXPECT_TRUE(wait_until([&] { return entries.isVisible(); }));
-    const QPoint place = entries.visualRect(entries.model()->index(entry, 0)).center();
-    QTest::mouseMove(entries.viewport(), place);
-    // A click that comes too soon after the opening still belongs to that.
+    // The entries take their places after the opening, and a click that comes too soon after it
+    // still belongs to that.
     EXPECT_TRUE(wait_until([&] {
-        if (entries.isVisible()) {
-            QTest::mouseClick(entries.viewport(), Qt::LeftButton, {}, place);
-        }
+        if (!entries.isVisible()) return true;
+        const QPoint place = entries.visualRect(entries.model()->index(entry, 0)).center();
+        QTest::mouseMove(entries.viewport(), place);
+        QTest::mouseClick(entries.viewport(), Qt::LeftButton, {}, place);
         return !entries.isVisible();
     }));
     // Off the screen, a list that closes leaves no window active.
