@@ -26,16 +26,18 @@ frmLimitSearch::frmLimitSearch(modVR120& store) : store_(store) {
     Label9.caption = "L-&-";
     Command1.caption = "&OK";
     Command2.caption = "&Cancel";
-    connections_.push_back(Command1.clicked.connect([this] {
-        SaveAll();
-        closed();
-    }));
-    connections_.push_back(Command2.clicked.connect([this] { closed(); }));
+    connections_.push_back(Command1.clicked.connect([this] { Command1_Click(); }));
+    connections_.push_back(Command2.clicked.connect([this] { Command2_Click(); }));
     Form_Load();
 }
 
 std::vector<Label*> frmLimitSearch::row_labels() {
     return {&Label1, &Label2, &Label3, &Label4, &Label5, &Label6, &Label7, &Label8, &Label9};
+}
+
+void frmLimitSearch::Command1_Click() {
+    SaveAll();
+    closed();
 }
 
 void frmLimitSearch::Form_Load() {

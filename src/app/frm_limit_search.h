@@ -55,6 +55,8 @@ class frmLimitSearch {
 
   private:
     void Form_Load();
+    void Command1_Click();
+    void Command2_Click() { closed(); }
     void Text1_LostFocus(std::size_t Index);
 
     modVR120& store_;

@@ -33,12 +33,14 @@ frmMiscSetting::frmMiscSetting(modVR120& store) : store_(store) {
     for (std::size_t i = 0; i < Check1.size(); ++i) Check1[i].caption = "&" + std::to_string(i);
     Command1.caption = "&OK";
     Command2.caption = "&Cancel";
-    connections_.push_back(Command1.clicked.connect([this] {
-        SaveAll();
-        closed();
-    }));
-    connections_.push_back(Command2.clicked.connect([this] { closed(); }));
+    connections_.push_back(Command1.clicked.connect([this] { Command1_Click(); }));
+    connections_.push_back(Command2.clicked.connect([this] { Command2_Click(); }));
     Form_Load();
+}
+
+void frmMiscSetting::Command1_Click() {
+    SaveAll();
+    closed();
 }
 
 void frmMiscSetting::Form_Load() {

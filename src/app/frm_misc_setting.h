@@ -62,6 +62,8 @@ class frmMiscSetting {
 
   private:
     void Form_Load();
+    void Command1_Click();
+    void Command2_Click() { closed(); }
     static void select(const Setting& setting, int position);
 
     modVR120& store_;
