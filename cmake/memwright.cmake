@@ -1,9 +1,14 @@
 # Everything that every target shares, and the one way to add a folder of the house as a library.
+include(GNUInstallDirs)
 
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+
+# Where an installation keeps what memwright-cli loads. Not right in lib/memwright: a package of CPack
+# would take it for a library of the system's there, and run ldconfig for it.
+set(MEMWRIGHT_MODULES "memwright/modules")
 
 add_library(memwright_flags INTERFACE)
 target_compile_features(memwright_flags INTERFACE cxx_std_20)
