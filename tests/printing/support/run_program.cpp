@@ -10,8 +10,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "system/support/eventually.h"
-
 namespace memwright::printing {
 namespace {
 
@@ -48,7 +46,7 @@ class MemoryFile {
 }  // namespace
 
 Outcome run_program(const std::filesystem::path& program, std::vector<std::string> arguments,
-                    systest::Environment environment) {
+                    systest::Environment environment, systest::Milliseconds patience) {
     environment.try_emplace("PATH", "/usr/sbin:/usr/bin:/sbin:/bin");
     const MemoryFile output;
     systest::Process process({.program = program,
@@ -56,15 +54,15 @@ Outcome run_program(const std::filesystem::path& program, std::vector<std::strin
                               .environment = std::move(environment),
                               .output = output.path(),
                               .errors = output.path()});
-    if (!systest::wait_until([&] { return process.exit_status().has_value(); })) {
+    if (!systest::wait_until([&] { return process.exit_status().has_value(); }, patience)) {
         throw std::runtime_error("'" + program.string() + "' does not end: " + output.content());
     }
     return {*process.exit_status(), output.content()};
 }
 
 std::string output_of(const std::filesystem::path& program, std::vector<std::string> arguments,
-                      systest::Environment environment) {
-    Outcome outcome = run_program(program, std::move(arguments), std::move(environment));
+                      systest::Environment environment, systest::Milliseconds patience) {
+    Outcome outcome = run_program(program, std::move(arguments), std::move(environment), patience);
     if (outcome.status.success()) return std::move(outcome.output);
     std::ostringstream why;
     why << "'" << program.string() << "' failed, " << outcome.status << ": " << outcome.output;

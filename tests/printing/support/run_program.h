@@ -2,12 +2,13 @@
 
 // Runs a program to its end and gives what it wrote. The arguments reach it as they are: no shell
 // reads them.
-// Errors: std::runtime_error when it cannot be started or does not end.
+// Errors: std::runtime_error when it cannot be started or does not end in time.
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "system/support/eventually.h"
 #include "system/support/process.h"
 
 namespace memwright::printing {
@@ -19,10 +20,12 @@ struct Outcome {
 
 // With the environment and a PATH.
 Outcome run_program(const std::filesystem::path& program, std::vector<std::string> arguments,
-                    systest::Environment environment = {});
+                    systest::Environment environment = {},
+                    systest::Milliseconds patience = systest::kPatience);
 
 // The same; fails, with what it wrote, unless it succeeds.
 std::string output_of(const std::filesystem::path& program, std::vector<std::string> arguments,
-                      systest::Environment environment = {});
+                      systest::Environment environment = {},
+                      systest::Milliseconds patience = systest::kPatience);
 
 }  // namespace memwright::printing

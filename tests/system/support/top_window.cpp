@@ -18,6 +18,23 @@ int TopWindow::process() const {
     return found.empty() ? 0 : static_cast<int>(found.front());
 }
 
+std::string TopWindow::class_name() const {
+    // The name of the program and the class, each with a zero at its end.
+    const std::string both = display_->text(id_, "WM_CLASS");
+    const auto end = both.find('\0');
+    return end == std::string::npos ? "" : std::string(both.c_str() + end + 1);
+}
+
+std::vector<int> TopWindow::icon_sizes() const {
+    // Width, height and pixels, one icon after the other.
+    const auto icons = display_->numbers(id_, "_NET_WM_ICON");
+    std::vector<int> sizes;
+    for (std::size_t i = 0; i + 1 < icons.size(); i += 2 + icons[i] * icons[i + 1]) {
+        if (icons[i] == icons[i + 1]) sizes.push_back(static_cast<int>(icons[i]));
+    }
+    return sizes;
+}
+
 bool TopWindow::active() const {
     const auto found = display_->numbers(display_->root(), "_NET_ACTIVE_WINDOW");
     return !found.empty() && found.front() == id_;

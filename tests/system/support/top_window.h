@@ -5,6 +5,7 @@
 // Errors: a window that has gone reads as empty.
 
 #include <string>
+#include <vector>
 
 #include "system/support/geometry.h"
 
@@ -19,8 +20,10 @@ class TopWindow {
     unsigned long id() const { return id_; }
     std::string title() const;
     int process() const;
-    bool active() const;          // holds the keyboard
-    Rectangle rectangle() const;  // without the frame
+    std::string class_name() const;       // by which a desktop file claims it
+    std::vector<int> icon_sizes() const;  // those of its square icons
+    bool active() const;                  // holds the keyboard
+    Rectangle rectangle() const;          // without the frame
 
     // Asks for it, as the button in the title bar does; the program may refuse.
     void close() const;

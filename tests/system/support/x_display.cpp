@@ -8,6 +8,9 @@
 namespace memwright::systest {
 namespace {
 
+// More than the icons of a window take, in units of 32 bits.
+constexpr long kLongest = 1L << 20;
+
 // Windows come and go while they are asked about; Xlib's own handler would end the test for it.
 int ignore_error(Display*, XErrorEvent*) { return 0; }
 
@@ -45,7 +48,7 @@ std::string XDisplay::bytes(Window window, const char* property) const {
     unsigned long items = 0;
     unsigned long left = 0;
     unsigned char* data = nullptr;
-    const int status = XGetWindowProperty(display_, window, atom(property), 0, 65536, False,
+    const int status = XGetWindowProperty(display_, window, atom(property), 0, kLongest, False,
                                           AnyPropertyType, &type, &format, &items, &left, &data);
     if (status != Success || data == nullptr) return {};
     // Xlib hands out items of 32 bits as longs, whatever the size of a long.
