@@ -26,7 +26,7 @@ class NoMirror : public std::runtime_error {
 
 class CleanRoot {
   public:
-    explicit CleanRoot(const std::set<std::string>& packages);
+    explicit CleanRoot(const std::set<std::string>& packages);  // a minute, or two on a slow disk
 
     // Why there can be none here; "" if there can.
     static std::string why_not();

@@ -24,8 +24,8 @@ namespace {
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "memwright-XXXXXX";
+TemporaryFolder::TemporaryFolder(const std::filesystem::path& parent) {
+    std::string name = parent / "memwright-XXXXXX";
     std::array<int, 2> ends{-1, -1};
     if (mkdtemp(name.data()) == nullptr || pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw std::runtime_error("Cannot make the folder '" + name + "': " + strerror(errno));

@@ -9,7 +9,8 @@ namespace memwright::systest {
 
 class TemporaryFolder {
   public:
-    TemporaryFolder();
+    explicit TemporaryFolder(
+        const std::filesystem::path& parent = std::filesystem::temp_directory_path());
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
