@@ -1,5 +1,6 @@
 #include "cli/console.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -46,9 +47,14 @@ void Console::end_progress() {
     shown_percent_ = -1;
 }
 
-bool Console::wait_for_enter() {
-    char c = 0;
-    while (read(STDIN_FILENO, &c, 1) == 1) {
+bool Console::wait_for_enter(bool (*wants_to_stop)()) {
+    constexpr int kLookForStop = 100;  // milliseconds
+    while (!wants_to_stop()) {
+        pollfd typed{STDIN_FILENO, POLLIN, 0};
+        // A signal that came just before the wait does not end it, so it is short.
+        if (poll(&typed, 1, kLookForStop) <= 0) continue;
+        char c = 0;
+        if (read(STDIN_FILENO, &c, 1) != 1) return false;
         if (c == '\n') return true;
     }
     return false;

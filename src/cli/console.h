@@ -21,7 +21,7 @@ class Console {
     void end_progress();
 
     // Waits for Enter. False if the user wants to stop, or there is nobody.
-    bool wait_for_enter();
+    bool wait_for_enter(bool (*wants_to_stop)());
 
   private:
     int shown_percent_ = -1;

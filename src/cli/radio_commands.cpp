@@ -1,6 +1,7 @@
 // read, write and ports.
 
 #include <charconv>
+#include <functional>
 #include <map>
 
 #include "cli/commands.h"
@@ -25,14 +26,24 @@ class Instructions final : public MessageBox {
 
     Answer show(const Message& message) override {
         console_.say(message.text);
-        if (begin_at_once_) return Answer::ok;
-        console_.say("Press Enter for OK, Ctrl-C to stop.");
-        return console_.wait_for_enter() && !interrupted() ? Answer::ok : Answer::cancel;
+        if (!begin_at_once_) {
+            console_.say("Press Enter for OK, Ctrl-C to stop.");
+            declined_ = !console_.wait_for_enter(interrupted);
+        }
+        declined_ = declined_ || interrupted();
+        if (declined_ && when_declined) when_declined();
+        return declined_ ? Answer::cancel : Answer::ok;
     }
+
+    // A write goes on whatever the answer to its instructions is, unless it is ended.
+    std::function<void()> when_declined;
+
+    bool declined() const { return declined_; }
 
   private:
     Console& console_;
     bool begin_at_once_;
+    bool declined_ = false;
 };
 
 std::pair<int, std::string> port_from(const std::string& text) {
@@ -67,6 +78,7 @@ class Transfer {
         interrupts_ = desk_->loop().every(kLookForInterrupt, [this] {
             if (interrupted()) control_.end_now();
         });
+        instructions.when_declined = [this] { control_.end_now(); };
         catch_interrupts();
     }
     Transfer(const Transfer&) = delete;
@@ -150,7 +162,9 @@ Status write_radio(const Arguments& arguments, Session& session) {
         clone_write.WriteToVR120();
     } catch (const TransferCancelled&) {
         session.console.say(
-            "Write To VR-120 cancelled. Write to the radio again before you use it.");
+            transfer.instructions.declined()
+                ? "Write To VR-120 cancelled. Nothing was sent."
+                : "Write To VR-120 cancelled. Write to the radio again before you use it.");
         return kNoFileOrPort;
     }
     session.console.say(bench.form.Label1.caption);
