@@ -1,5 +1,6 @@
 #include "cli/console.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -17,7 +18,18 @@ namespace {
                     ".");
 }
 
+// A file or port that is opened later must not get the number of a closed stream, or it would be
+// sent what is meant for that. What takes the number here is as unusable as the stream.
+void occupy_closed_streams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) >= 0) continue;
+        open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
 }  // namespace
+
+Console::Console() { occupy_closed_streams(); }
 
 void Console::print(const std::string& text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fail();

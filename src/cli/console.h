@@ -9,6 +9,8 @@ namespace memwright::cli {
 
 class Console {
   public:
+    Console();
+
     // FileError if standard output takes no more.
     void print(const std::string& text);
     void flush();
