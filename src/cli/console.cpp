@@ -41,7 +41,9 @@ void Console::flush() {
 
 void Console::say(const std::string& text) {
     end_progress();
-    std::fprintf(stderr, "%s\n", text.c_str());
+    std::string lines = text;
+    std::erase(lines, '\r');  // message boxes and the status window want it
+    std::fprintf(stderr, "%s\n", lines.c_str());
 }
 
 void Console::show_progress(int percent) {
