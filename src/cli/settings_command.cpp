@@ -1,6 +1,7 @@
 // settings: the dialog of the set-mode settings, worked from the command line.
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 
 #include "app/frm_misc_setting.h"
@@ -117,14 +118,23 @@ void show(const json::Members& settings, const std::string& format, Console& con
     for (const auto& [name, value] : settings) console.print(name + "=" + value + "\n");
 }
 
+// An error that says what is wrong with an image names its file.
+std::unique_ptr<frmMiscSetting> opened_dialog(modVR120& store, const std::string& path) {
+    try {
+        return std::make_unique<frmMiscSetting>(store);
+    } catch (const InputError& error) {
+        throw InputError(path + ": " + error.what());
+    }
+}
+
 }  // namespace
 
 Status settings(const Arguments& arguments, Session& session) {
     const std::string format = arguments.choice("--format", {"text", "json"});
     Workbench bench(session.console, session.files);
     bench.load(arguments[0]);
-    frmMiscSetting form(bench.store);
-    SettingsByName by_name(form);
+    const auto form = opened_dialog(bench.store, arguments[0]);
+    SettingsByName by_name(*form);
     const auto changes = arguments.from(1);
     if (changes.empty() && !arguments.has("--output")) {
         show(by_name.shown(), format, session.console);
@@ -136,7 +146,7 @@ Status settings(const Arguments& arguments, Session& session) {
         by_name.change(change.substr(0, equals), change.substr(equals + 1));
     }
     by_name.agree();
-    form.SaveAll();
+    form->SaveAll();
     bench.save(arguments.value("--output").value_or(arguments[0]));
     return kDone;
 }
