@@ -38,6 +38,7 @@ Arguments::Arguments(const std::vector<std::string>& given, const Syntax& syntax
             if (++argument == given.end()) throw WrongUsage(name + " needs a value.");
             values_[name] = *argument;
         }
+        if (option.takes_value && values_[name].empty()) throw WrongUsage(name + " needs a value.");
     }
     if (positional_.size() < syntax.least) throw WrongUsage("An argument is missing.");
     if (positional_.size() > syntax.most) {
