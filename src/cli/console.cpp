@@ -15,7 +15,7 @@ namespace {
 
 [[noreturn]] void fail() {
     throw FileError("Cannot write to standard output: " + std::generic_category().message(errno) +
-                    ".");
+                    ".\nWhat arrived there is not whole: send it to another place.");
 }
 
 // A file or port that is opened later must not get the number of a closed stream, or it would be

@@ -90,7 +90,7 @@ const Bytes& StreamFiles::standard_input() {
     } while (count == kChunk);
     if (std::ferror(stdin) != 0) {
         throw FileError("Cannot read standard input: " + std::generic_category().message(errno) +
-                        ".");
+                        ".\nName a file instead of \"-\", or check where it comes from.");
     }
     standard_input_ = std::move(bytes);
     return *standard_input_;
