@@ -52,9 +52,30 @@ class Comparison {
                       utf8_from_radio(b.TextMatrix(row, col)));
         }
         if (difference.fields.empty()) return;
+        explain_record(layout::kRecords + layout::kRecordSize * (row - 1), difference);
+        if (difference.has("tag") || difference.is_of_existence()) {
+            explain(layout::kLabels + layout::kLabelSize * (row - 1), layout::kLabelSize);
+        }
         found_.push_back(difference);
-        explain(layout::kRecords + layout::kRecordSize * (row - 1), layout::kRecordSize);
-        explain(layout::kLabels + layout::kLabelSize * (row - 1), layout::kLabelSize);
+    }
+
+    // The bits of the fields that differ; all of a record that only one image has a frequency in.
+    void explain_record(int record, const Difference& difference) {
+        using namespace layout;
+        const auto flags = [](std::initializer_list<int> bits) {
+            unsigned mask = 0;
+            for (const int bit : bits) mask |= 1U << bit;
+            return static_cast<std::uint8_t>(mask);
+        };
+        if (difference.is_of_existence()) explain(record, kRecordSize);
+        if (difference.has("freq")) {
+            explain(record, kFrequencySize);
+            explain(record + kFlags, 1, flags({kFraction75Bit, kFraction50Bit, kFraction25Bit}));
+        }
+        if (difference.has("mode")) {
+            explain(record + kFlags, 1, flags({kModeHighBit, kModeLowBit}));
+        }
+        if (difference.has("pref")) explain(record + kFlags, 1, flags({kPreferenceBit}));
     }
 
     void compare_setting(const SetModeSetting& setting) {
@@ -100,8 +121,8 @@ class Comparison {
             add_field(difference, "freq", a.Text1[i].text, b.Text1[i].text);
             add_field(difference, "mode", a.Combo1[i].text, b.Combo1[i].text);
             if (difference.fields.empty()) continue;
+            explain_record(layout::search_limit(limit), difference);
             found_.push_back(difference);
-            explain(layout::search_limit(limit), layout::kRecordSize);
         }
     }
 
@@ -140,6 +161,16 @@ class Comparison {
 };
 
 }  // namespace
+
+bool Difference::has(const std::string& field) const {
+    return std::ranges::any_of(fields, [&](const Field& known) { return known.name == field; });
+}
+
+bool Difference::is_of_existence() const {
+    return std::ranges::any_of(fields, [](const Field& field) {
+        return field.name == "freq" && (field.a.empty() || field.b.empty());
+    });
+}
 
 std::vector<Difference> differences(Workbench& a, Workbench& b) { return Comparison(a, b).run(); }
 

@@ -22,6 +22,9 @@ struct Difference {
     int number;        // the memory's row, the limit, the byte's offset
     std::string name;  // "Bank 0 - 5", "scan-resume", "limit 3", "byte 6700"
     std::vector<Field> fields;
+
+    bool has(const std::string& field) const;
+    bool is_of_existence() const;  // one of the images has no frequency there
 };
 
 // Two files that have been opened.
