@@ -4,6 +4,7 @@
 
 #include "cli/commands.h"
 #include "cli/json.h"
+#include "cli/printable.h"
 #include "cli/workbench.h"
 #include "platform/charset.h"
 #include "table/columns.h"
@@ -15,17 +16,6 @@ using namespace columns;
 
 constexpr int kShownColumns[] = {kLabel, kTag, kFreq, kMode, kPref};
 
-// A cell's text as a terminal can show it.
-std::string shown(const std::string& cell) {
-    std::string text;
-    for (const char c : cell) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool control = byte < ' ' || (byte >= 0x7F && character_from_radio(byte) < 0xA0);
-        text += control ? "?" : utf8_from_radio(std::string(1, c));
-    }
-    return text;
-}
-
 std::string as_text(const MSFlexGrid& grid, const std::vector<int>& rows) {
     constexpr std::size_t kWidths[] = {13, 8, 12, 6, 0};
     std::string text;
@@ -35,7 +25,7 @@ std::string as_text(const MSFlexGrid& grid, const std::vector<int>& rows) {
         for (std::size_t i = 0; i < std::size(kShownColumns); ++i) {
             // Each byte of a cell is one character on the screen.
             const std::string& cell = grid.TextMatrix(row, kShownColumns[i]);
-            line += shown(cell);
+            line += printable(utf8_from_radio(cell));
             width = kWidths[i] > cell.size() ? kWidths[i] - cell.size() : 1;
             line += std::string(width, ' ');
         }

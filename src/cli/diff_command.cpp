@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/difference.h"
 #include "cli/json.h"
+#include "cli/printable.h"
 
 namespace memwright::cli {
 namespace {
@@ -14,7 +15,7 @@ std::string as_text(const std::vector<Difference>& found) {
     for (const Difference& difference : found) {
         for (const auto& [name, a, b] : difference.fields) {
             const auto shown = [](const std::string& value) {
-                return value.empty() ? std::string("(empty)") : value;
+                return value.empty() ? std::string("(empty)") : printable(value);
             };
             text += difference.name + ": " + (name.empty() ? "" : name + " ") + shown(a) + " -> " +
                     shown(b) + "\n";
