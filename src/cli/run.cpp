@@ -31,11 +31,12 @@ std::string help_of_program() {
            "Example: memwright-cli channels radio.120\n";
 }
 
-std::string help_of(const Command& command) {
+std::string usage_of(const Command& command) {
     const std::string usage = command.usage;
-    return std::string("Usage: memwright-cli ") + command.name + (usage.empty() ? "" : " ") +
-           usage + "\n" + command.help;
+    return std::string("Usage: ") + kName + " " + command.name + (usage.empty() ? "" : " ") + usage;
 }
+
+std::string help_of(const Command& command) { return usage_of(command) + "\n" + command.help; }
 
 bool asks_for_help(const std::vector<std::string>& given) {
     const auto end = std::ranges::find(given, "--");
@@ -61,8 +62,7 @@ Status run_command(const std::vector<std::string>& given, Session& session) {
     try {
         return command->run(Arguments(rest, command->syntax), session);
     } catch (const WrongUsage& error) {
-        session.console.say(std::string(kName) + ": " + error.what() + "\nUsage: " + kName + " " +
-                            command->name + " " + command->usage);
+        session.console.say(std::string(kName) + ": " + error.what() + "\n" + usage_of(*command));
         return kWrongUsage;
     }
 }
