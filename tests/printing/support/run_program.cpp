@@ -29,6 +29,13 @@ class MemoryFile {
     // Names it in this process and, until it starts its program, in a child.
     std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
 
+    void fill(const std::string& text) const {
+        if (write(descriptor_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+            throw std::runtime_error(std::string("Cannot write to memory: ") +
+                                     std::strerror(errno));
+        }
+    }
+
     std::string content() const {
         std::string all;
         std::array<char, 4096> part{};
@@ -43,21 +50,40 @@ class MemoryFile {
     int descriptor_;
 };
 
+void wait_for_end(systest::Process& process, const systest::Command& command,
+                  const MemoryFile& errors, systest::Milliseconds patience = systest::kPatience) {
+    if (systest::wait_until([&] { return process.exit_status().has_value(); }, patience)) return;
+    throw std::runtime_error("'" + command.program.string() +
+                             "' does not end: " + errors.content());
+}
+
 }  // namespace
 
 Outcome run_program(const std::filesystem::path& program, std::vector<std::string> arguments,
                     systest::Environment environment, systest::Milliseconds patience) {
     environment.try_emplace("PATH", "/usr/sbin:/usr/bin:/sbin:/bin");
     const MemoryFile output;
-    systest::Process process({.program = program,
-                              .arguments = std::move(arguments),
-                              .environment = std::move(environment),
-                              .output = output.path(),
-                              .errors = output.path()});
-    if (!systest::wait_until([&] { return process.exit_status().has_value(); }, patience)) {
-        throw std::runtime_error("'" + program.string() + "' does not end: " + output.content());
-    }
+    const systest::Command command = {.program = program,
+                                      .arguments = std::move(arguments),
+                                      .environment = std::move(environment),
+                                      .output = output.path(),
+                                      .errors = output.path()};
+    systest::Process process(command);
+    wait_for_end(process, command, output, patience);
     return {*process.exit_status(), output.content()};
+}
+
+SeparateOutcome run_apart(systest::Command command, const std::string& input) {
+    const MemoryFile given;
+    const MemoryFile output;
+    const MemoryFile errors;
+    given.fill(input);
+    if (command.input.empty()) command.input = given.path();
+    if (command.output.empty()) command.output = output.path();
+    if (command.errors.empty()) command.errors = errors.path();
+    systest::Process process(command);
+    wait_for_end(process, command, errors);
+    return {*process.exit_status(), output.content(), errors.content()};
 }
 
 std::string output_of(const std::filesystem::path& program, std::vector<std::string> arguments,

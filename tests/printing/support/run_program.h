@@ -28,4 +28,14 @@ std::string output_of(const std::filesystem::path& program, std::vector<std::str
                       systest::Environment environment = {},
                       systest::Milliseconds patience = systest::kPatience);
 
+struct SeparateOutcome {
+    systest::ExitStatus status;
+    std::string output;
+    std::string errors;
+};
+
+// Runs a command as it stands, but for the streams that it leaves open: standard input is the text,
+// output and errors come back, each by itself.
+SeparateOutcome run_apart(systest::Command command, const std::string& input = "");
+
 }  // namespace memwright::printing

@@ -45,6 +45,7 @@ struct Prepared {
     std::vector<std::string> arguments;
     std::vector<std::string> environment;
     std::string folder;
+    std::string input;
     std::string output;
     std::string errors;
     std::vector<char*> argv;
@@ -53,6 +54,7 @@ struct Prepared {
     explicit Prepared(const Command& command)
         : program(absolute_program(command.program)),
           folder(command.folder),
+          input(command.input.empty() ? "/dev/null" : command.input.string()),
           output(command.output.empty() ? "/dev/null" : command.output.string()),
           errors(command.errors.empty() ? "/dev/null" : command.errors.string()) {
         arguments.push_back(program);
@@ -74,8 +76,8 @@ bool open_as(int descriptor, const char* file, int flags) {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, command.death_signal);
     const bool orphaned = getppid() != parent;
-    const int writing = O_WRONLY | O_CREAT | O_APPEND;
-    const bool ready = !orphaned && open_as(0, "/dev/null", O_RDONLY) &&
+    const int writing = O_WRONLY | O_CREAT | O_APPEND | O_NOCTTY;
+    const bool ready = !orphaned && open_as(0, prepared.input.c_str(), O_RDONLY | O_NOCTTY) &&
                        open_as(1, prepared.output.c_str(), writing) &&
                        open_as(2, prepared.errors.c_str(), writing) &&
                        (prepared.folder.empty() || chdir(prepared.folder.c_str()) == 0);

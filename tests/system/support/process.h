@@ -24,6 +24,7 @@ struct Command {
     std::vector<std::string> arguments = {};
     Environment environment = {};       // the whole of it; nothing is inherited
     std::filesystem::path folder = {};  // where it runs; empty for the test's own
+    std::filesystem::path input = {};
     std::filesystem::path output = {};
     std::filesystem::path errors = {};
     int inherited_descriptor = -1;  // kept open in the child under the same number

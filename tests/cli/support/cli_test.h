@@ -1,0 +1,64 @@
+#pragma once
+
+// The built memwright-cli, run to its end in a folder of its own that holds its files and, apart
+// from them, its settings. No shell reads its arguments.
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "cli/support/image.h"
+#include "fakes/temporary_folder.h"
+#include "system/support/process.h"
+
+namespace memwright::cli_tests {
+
+using Words = std::vector<std::string>;
+
+inline constexpr int kBySignal = -1;
+
+// How a run ended: the exit status, standard output, standard error.
+struct Ended {
+    int status = 0;
+    std::string output;
+    std::string errors;
+
+    friend bool operator==(const Ended&, const Ended&) = default;
+    friend std::ostream& operator<<(std::ostream& out, const Ended& ended) {
+        return out << "exit status " << ended.status << "\noutput: " << ended.output
+                   << "\nerrors: " << ended.errors;
+    }
+};
+
+// It did what it was asked for and had nothing to say.
+inline Ended done(const std::string& output = "") { return {0, output, ""}; }
+
+Words operator+(const Words& first, const Words& then);
+
+class CliTest : public ::testing::Test {
+  protected:
+    Ended run(const Words& arguments, const std::string& input = "") const;
+
+    // The same, with streams and surroundings of the command's own.
+    Ended run_command(systest::Command command, const std::string& input = "") const;
+    systest::Command command(const Words& arguments) const;
+
+    std::string put(const std::string& name, const Image& image) const {
+        return folder_.put(name, image.bytes());
+    }
+    std::string put_text(const std::string& name, const std::string& text) const {
+        return folder_.put(name, {text.begin(), text.end()});
+    }
+    std::string text(const std::string& name) const {
+        const auto bytes = folder_.get(name);
+        return {bytes.begin(), bytes.end()};
+    }
+    std::string file(const std::string& name) const { return folder_.file(name); }
+
+    TemporaryFolder folder_;
+    TemporaryFolder home_;
+};
+
+}  // namespace memwright::cli_tests
