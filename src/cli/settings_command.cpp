@@ -123,7 +123,7 @@ std::unique_ptr<frmMiscSetting> opened_dialog(modVR120& store, const std::string
     try {
         return std::make_unique<frmMiscSetting>(store);
     } catch (const InputError& error) {
-        throw InputError(path + ": " + error.what());
+        throw InputError(input_name(path) + ": " + error.what());
     }
 }
 

@@ -3,6 +3,7 @@
 // The files of the machine, among which "-" is standard input and standard output.
 
 #include <optional>
+#include <string>
 
 #include "cli/console.h"
 #include "platform/native_file_system.h"
@@ -10,6 +11,11 @@
 namespace memwright::cli {
 
 inline constexpr const char* kStandardStream = "-";
+
+// How messages name a file that is read.
+inline std::string input_name(const std::string& path) {
+    return path == kStandardStream ? "standard input" : path;
+}
 
 class StreamFiles final : public FileSystem {
   public:

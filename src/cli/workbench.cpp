@@ -29,8 +29,9 @@ Workbench::Workbench(Console& console, StreamFiles& files)
 Bytes Workbench::bytes_of_image(const std::string& path) {
     Bytes bytes = files_.whole(path);
     if (bytes.size() < layout::kImageSize) {
-        throw InputError(path + " is no memory image: it has " + std::to_string(bytes.size()) +
-                         " bytes, and an image has " + std::to_string(layout::kImageSize) +
+        throw InputError(input_name(path) + " is no memory image: it has " +
+                         std::to_string(bytes.size()) + " bytes, and an image has " +
+                         std::to_string(layout::kImageSize) +
                          ".\nName a file that was saved or read as an image (*.120, *.tk1).");
     }
     rest_.assign(bytes.begin() + layout::kImageSize, bytes.end());
