@@ -37,13 +37,21 @@ inline Ended done(const std::string& output = "") { return {0, output, ""}; }
 
 Words operator+(const Words& first, const Words& then);
 
+// The program with its arguments; it runs in `folder` and keeps its settings in `home`.
+systest::Command cli_command(const Words& arguments, const TemporaryFolder& folder,
+                             const TemporaryFolder& home);
+
+// Streams that the command does not name are given, or come back.
+Ended run_to_end(systest::Command command, const std::string& input = "");
+
 class CliTest : public ::testing::Test {
   protected:
-    Ended run(const Words& arguments, const std::string& input = "") const;
-
-    // The same, with streams and surroundings of the command's own.
-    Ended run_command(systest::Command command, const std::string& input = "") const;
-    systest::Command command(const Words& arguments) const;
+    systest::Command command(const Words& arguments) const {
+        return cli_command(arguments, folder_, home_);
+    }
+    Ended run(const Words& arguments, const std::string& input = "") const {
+        return run_to_end(command(arguments), input);
+    }
 
     std::string put(const std::string& name, const Image& image) const {
         return folder_.put(name, image.bytes());
