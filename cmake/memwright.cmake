@@ -28,13 +28,8 @@ function(memwright_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;PROPERTIES")
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-  target_link_libraries(${name} PRIVATE ${arg_USES} GTest::gmock GTest::gtest_main)
-  # GoogleTest's templates are what tests take to compile, and nobody waits for tests to run fast.
-  target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <string> <vector>)
-  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
-    # Under the sanitizers, it is the program whose arithmetic is watched, not GoogleTest's.
-    target_compile_options(${name} PRIVATE -O0 -fno-sanitize=undefined)
-  endif()
+  target_link_libraries(${name} PRIVATE ${arg_USES} memwright_test_flags)
+  target_precompile_headers(${name} REUSE_FROM memwright_test_headers)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
                        PROPERTIES TIMEOUT 300 ${arg_PROPERTIES})
 endfunction()
