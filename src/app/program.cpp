@@ -6,6 +6,8 @@
 #include "app/frm_limit_search.h"
 #include "app/frm_misc_setting.h"
 #include "app/frm_print.h"
+#include "link/doubtful_blocks.h"
+#include "platform/error.h"
 
 namespace memwright {
 
@@ -34,11 +36,18 @@ Program::Program(Platform platform, ComPorts& ports)
       import_progress_(form, status_window_, platform.loop),
       csv_files_(table_, form.MSFlexGrid1, platform.file_dialogs, platform.files, import_progress_),
       printing_(platform.printer, platform.clock, platform.messages,
-                [this] { return image_files_.current_path(); }) {
+                [this] { return image_files_.current_path(); }),
+      archive_(platform.files, platform.folders.data),
+      recovery_({store_, table_, form.MSFlexGrid1, image_files_, form},
+                {platform.files, platform.locks, platform.clock, platform.loop, platform.messages,
+                 platform.folders.state},
+                [this](const std::string& text) { status_window_.add_line(text); }) {
     connect_menus();
     connect_buttons();
     connect_grid();
     connect_overlays();
+    connect_transfers();
+    if (!archive_.folder().empty()) image_files_.places = {archive_.folder()};
 }
 
 void Program::start() {
@@ -47,6 +56,7 @@ void Program::start() {
         shell_.Form_Load();
         shell_.Form_Resize();
     });
+    recovery_.begin();
     connections_.push_back(
         platform_.loop.every(StallWatch::kInterval, [this] { stall_watch_.Timer1_Timer(); }));
 }
@@ -69,6 +79,7 @@ bool Program::close_allowed() {
         Cancel = stay;
     });
     if (!Cancel) {
+        errors_.guard([&] { recovery_.end(); });
         control_.end_now();
         import_progress_.cancel();
     }
@@ -90,6 +101,14 @@ void Program::show_dialog(Arguments&&... arguments) {
     platform_.dialogs.show_modal(dialog);
 }
 
+// A dialog that works on the image, beside the table.
+template <class Form>
+void Program::change_image() {
+    const MemoryImage before = store_.MemoryImage;
+    show_dialog<Form>(store_);
+    if (store_.MemoryImage != before) recovery_.note_change();
+}
+
 void Program::mnuPrint_Click() {
     frmPrint dialog;
     platform_.dialogs.show_modal(dialog);
@@ -106,6 +125,10 @@ void Program::transfer_button_clicked() {
     } else {
         control_.button_click();
     }
+}
+
+void Program::offer_recovery() {
+    errors_.guard([&] { recovery_.offer(); });
 }
 
 void Program::connect(Signal<>& signal, std::function<void()> procedure) {
@@ -127,8 +150,8 @@ void Program::connect_menus() {
     connect(form.mnuPaste.clicked, [this] { rows_.mnuPaste_Click(); });
     connect(form.mnuPort.clicked, [this] { show_dialog<Form2>(platform_.settings, ports_); });
     connect(form.mnuShwDbg.clicked, [this] { status_window_.mnuShwDbg_Click(); });
-    connect(form.mnuMiscSettings.clicked, [this] { show_dialog<frmMiscSetting>(store_); });
-    connect(form.mnuSearchBandMem.clicked, [this] { show_dialog<frmLimitSearch>(store_); });
+    connect(form.mnuMiscSettings.clicked, [this] { change_image<frmMiscSetting>(); });
+    connect(form.mnuSearchBandMem.clicked, [this] { change_image<frmLimitSearch>(); });
     connect(form.mnuRead.clicked, [this] { clone_read_.mnuRead_Click(); });
     connect(form.mnuWrite.clicked, [this] { clone_write_.mnuWrite_Click(); });
     connect(form.mnuforce.clicked, [this] { stall_watch_.mnuforce_Click(); });
@@ -155,6 +178,25 @@ void Program::connect_grid() {
     connections_.push_back(grid.mouse_up.connect([this](MouseButton button, MouseCell cell) {
         errors_.guard([&] { rows_.MSFlexGrid1_MouseUp(button, cell); });
     }));
+}
+
+void Program::connect_transfers() {
+    connect(clone_read_.completed, [this] {
+        archive("read");
+        for (const std::string& doubt : doubts_about(clone_read_.doubtful_blocks())) {
+            status_window_.add_line(doubt);
+        }
+    });
+    connect(clone_write_.beginning, [this] { archive("written"); });
+}
+
+// What cannot be kept stands in no transfer's way.
+void Program::archive(const char* what) {
+    try {
+        archive_.keep(store_.MemoryImage, platform_.clock.timestamp(), what);
+    } catch (const FileError& error) {
+        status_window_.add_line(std::string("No copy of the image was kept. ") + error.what());
+    }
 }
 
 void Program::connect_overlays() {

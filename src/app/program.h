@@ -13,7 +13,9 @@
 #include "app/print_grid.h"
 #include "app/shell.h"
 #include "files/csv_files.h"
+#include "files/image_archive.h"
 #include "files/image_files.h"
+#include "files/recovery.h"
 #include "image/mod_vr120.h"
 #include "link/clone_read.h"
 #include "link/clone_write.h"
@@ -22,6 +24,8 @@
 #include "link/stall_watch.h"
 #include "link/status_window.h"
 #include "link/transfer_control.h"
+#include "platform/run_lock.h"
+#include "platform/user_folders.h"
 #include "table/cell_editor.h"
 #include "table/row_operations.h"
 
@@ -40,6 +44,8 @@ struct Platform {
     DialogViews& dialogs;
     CellPlaces& cells;
     Printer& printer;
+    RunLocks& locks;
+    UserFolders folders;
 };
 
 class Program {
@@ -57,10 +63,15 @@ class Program {
     void escape_pressed();
     void open_named(const std::string& path);
 
+    // Offers what a run that crashed left behind: to be called once the window is seen.
+    void offer_recovery();
+
   private:
     void pop_up_edit_menu();
     template <class Form, class... Arguments>
     void show_dialog(Arguments&&... arguments);
+    template <class Form>
+    void change_image();
     void mnuPrint_Click();
     void transfer_button_clicked();
     void connect(Signal<>& signal, std::function<void()> procedure);
@@ -68,6 +79,8 @@ class Program {
     void connect_buttons();
     void connect_grid();
     void connect_overlays();
+    void connect_transfers();
+    void archive(const char* what);
 
     Platform platform_;
     ComPorts& ports_;
@@ -87,6 +100,8 @@ class Program {
     ImportProgress import_progress_;
     CsvFiles csv_files_;
     GridPrinting printing_;
+    ImageArchive archive_;
+    Recovery recovery_;
     std::vector<Connection> connections_;
 };
 

@@ -26,6 +26,15 @@ class StreamFiles final : public FileSystem {
     void replace(const std::string& path, std::span<const std::uint8_t> bytes) override;
     std::unique_ptr<InputFile> open_input(const std::string& path) override;
     bool exists(const std::string& path) noexcept override;
+    std::vector<std::string> files_in(const std::string& folder) override {
+        return files_.files_in(folder);
+    }
+    void make_folder(const std::string& path) override { files_.make_folder(path); }
+    void rename(const std::string& from, const std::string& to) override {
+        files_.rename(from, to);
+    }
+    void remove(const std::string& path) override { files_.remove(path); }
+    int age_in_days(const std::string& path) override { return files_.age_in_days(path); }
     std::string current_folder() override { return files_.current_folder(); }
     void set_current_folder(const std::string& path) override { files_.set_current_folder(path); }
 

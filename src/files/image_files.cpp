@@ -34,7 +34,8 @@ void ImageFiles::mnuOpen_Click() {
     const auto name = desktop_.dialogs.open(
         {.title = "Open File",
          .filters = {{"VR-120 Files (*.120 *.tk1)", "*.120;*.tk1"}, kAllFiles},
-         .folder = last_used_folder});
+         .folder = last_used_folder,
+         .places = places});
     if (!name) return;
     const std::string path = up_to_nul(*name);
     enter_folder_of(path, desktop_.files);
@@ -65,6 +66,11 @@ void ImageFiles::open(const std::string& path) {
     table_.SetChangeCheck();
     window_.EnableGui();
     grid_.enabled = true;
+}
+
+void ImageFiles::resume(const std::string& path) {
+    current_path_ = path;
+    if (!path.empty()) caption_.show_path(path);
 }
 
 void ImageFiles::mnuSaveOnly_Click() {

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "files/user_interface.h"
 #include "image/mod_vr120.h"
@@ -53,6 +54,12 @@ class ImageFiles {
 
     // Where Open's dialog starts.
     std::string last_used_folder;
+
+    // Goes on with a file that another run of the program had open.
+    void resume(const std::string& path);
+
+    // Folders that Open's dialog offers besides.
+    std::vector<std::string> places;
 
     const std::string& current_path() const { return current_path_; }
 

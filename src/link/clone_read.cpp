@@ -93,6 +93,7 @@ void CloneRead::exchange() {
     link_.set_status("Read from VR-120 complete.");
     table_.SetChangeCheck();
     window_.EnableGui();
+    completed();
 }
 
 CloneRead::Response CloneRead::receive_block() {

@@ -29,6 +29,9 @@ class CloneRead {
     // "Invalid Checksum." after a block whose sum is wrong; "Success" when the read has ended.
     std::string ReadFromVR120();
 
+    // The radio has sent all of its memory.
+    Signal<> completed;
+
     // The blocks of the image, 0 to 230, that came with a wrong sum in the last read.
     const std::vector<int>& doubtful_blocks() const { return doubtful_blocks_; }
 

@@ -33,6 +33,7 @@ void CloneWrite::exchange() {
          .buttons = Buttons::ok_cancel});
     // The program may have been ended behind the instructions.
     link_.control().check();
+    beginning();
     link_.InitPort();
     link_.open();
     link_.control().show();

@@ -22,6 +22,9 @@ class CloneWrite {
 
     void WriteToVR120();
 
+    // The image is about to be sent.
+    Signal<> beginning;
+
   private:
     void exchange();
     std::vector<std::uint8_t> block(int number) const;

@@ -19,6 +19,7 @@ struct FileRequest {
     std::string title;
     std::vector<FileFilter> filters;  // the first is preselected
     std::string folder;               // where the dialog starts; "" for wherever it likes
+    std::vector<std::string> places{};  // further folders to offer
 };
 
 class FileDialogs {

@@ -49,6 +49,20 @@ class FileSystem {
     // True if the attributes of `path` can be read: files and folders alike. Never fails.
     virtual bool exists(const std::string& path) noexcept = 0;
 
+    // The names of the files in a folder, sorted; none if there is no such folder.
+    virtual std::vector<std::string> files_in(const std::string& folder) = 0;
+
+    // Makes a folder with those above it, for the user alone, unless it is there already.
+    virtual void make_folder(const std::string& path) = 0;
+
+    virtual void rename(const std::string& from, const std::string& to) = 0;
+
+    // Nothing happens if there is no such file.
+    virtual void remove(const std::string& path) = 0;
+
+    // Whole days since a file was last written; 0 if that cannot be told.
+    virtual int age_in_days(const std::string& path) = 0;
+
     virtual std::string current_folder() = 0;
     virtual void set_current_folder(const std::string& path) = 0;
 };

@@ -1,6 +1,8 @@
 #include "platform/native_file_system.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -243,6 +245,51 @@ bool NativeFileSystem::exists(const std::string& path) noexcept {
     } catch (const std::exception&) {
         return false;
     }
+}
+
+std::vector<std::string> NativeFileSystem::files_in(const std::string& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(native::path_of(folder), error), end; entry != end;
+         entry.increment(error)) {
+        if (error) break;
+        if (entry->is_regular_file(error))
+            names.push_back(native::name_of(entry->path().filename()));
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+void NativeFileSystem::make_folder(const std::string& path) {
+    const fs::path folder = native::path_of(path);
+    std::error_code error;
+    if (fs::is_directory(folder, error)) return;
+    fs::create_directories(folder, error);
+    if (error) {
+        fail("make the folder", path, error.message(),
+             "Check that the folder above it may be written to.");
+    }
+    fs::permissions(folder, fs::perms::owner_all, error);
+}
+
+void NativeFileSystem::rename(const std::string& from, const std::string& to) {
+    std::error_code error;
+    fs::rename(native::path_of(from), native::path_of(to), error);
+    if (error) fail("rename", from, error.message(), "It keeps its name.");
+}
+
+void NativeFileSystem::remove(const std::string& path) {
+    std::error_code error;
+    fs::remove(native::path_of(path), error);
+    if (error) fail("remove", path, error.message(), "It stays where it is.");
+}
+
+int NativeFileSystem::age_in_days(const std::string& path) {
+    std::error_code error;
+    const auto written = fs::last_write_time(native::path_of(path), error);
+    if (error) return 0;
+    const auto age = fs::file_time_type::clock::now() - written;
+    return static_cast<int>(std::chrono::duration_cast<std::chrono::hours>(age).count() / 24);
 }
 
 std::string NativeFileSystem::current_folder() {

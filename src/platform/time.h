@@ -19,6 +19,9 @@ class Clock {
 
     // Local date and time of day as the user's desktop writes them.
     virtual std::string date_and_time() = 0;
+
+    // The same for the names of files, "2026-11-21 12.34.56": later is greater.
+    virtual std::string timestamp() = 0;
 };
 
 class EventLoop {

@@ -12,10 +12,13 @@ void Desktop::start(const std::string& file) {
     window.show_program(program);
     program.start();
     window.show();
-    if (!file.empty()) {
-        QMetaObject::invokeMethod(
-            &window, [this, file] { program.open_named(file); }, Qt::QueuedConnection);
-    }
+    QMetaObject::invokeMethod(
+        &window,
+        [this, file] {
+            program.offer_recovery();
+            if (!file.empty()) program.open_named(file);
+        },
+        Qt::QueuedConnection);
 }
 
 }  // namespace memwright::qt

@@ -9,10 +9,11 @@
 #include "app/program.h"
 #include "link/com_ports.h"
 #include "platform/native_file_system.h"
+#include "qt/core/qt_platform.h"
+#include "qt/core/qt_run_locks.h"
 #include "qt/dialogs.h"
 #include "qt/main_window.h"
 #include "qt/message_boxes.h"
-#include "qt/core/qt_platform.h"
 #include "qt/qt_printer.h"
 #include "qt/serial/qt_serial_devices.h"
 #include "qt/serial/qt_serial_port.h"
@@ -40,6 +41,7 @@ class Desktop {
     NativeFileSystem files_;
     QtSettingsStore settings_;
     QtPrinter printer_{files_};
+    QtRunLocks locks_;
     QtClock clock_;
     QtEventLoop loop_;
     QtSerialDevices devices_;
@@ -48,7 +50,7 @@ class Desktop {
 
   public:
     Program program{{messages_, file_dialogs_, files_, settings_, port_, clock_, loop_, window,
-                     dialogs_, window.cell_places(), printer_},
+                     dialogs_, window.cell_places(), printer_, locks_, native_user_folders()},
                     com_ports_};
 };
 

@@ -5,10 +5,10 @@
 
 #include "app/frm_limit_search.h"
 #include "qt/binder.h"
+#include "qt/core/text.h"
 #include "qt/dialog_parts.h"
 #include "qt/dialogs.h"
 #include "qt/line_box.h"
-#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

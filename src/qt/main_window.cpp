@@ -11,8 +11,8 @@
 
 #include "platform/error.h"
 #include "qt/arrow_icon.h"
-#include "qt/overlays.h"
 #include "qt/core/text.h"
+#include "qt/overlays.h"
 #include "qt/twips.h"
 
 namespace memwright::qt {

@@ -1,9 +1,11 @@
 #include "qt/message_boxes.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
+#include <QUrl>
 #include <algorithm>
 
 #include "qt/core/text.h"
@@ -122,6 +124,12 @@ std::optional<std::string> QtFileDialogs::ask(const FileRequest& request, bool s
         filters << from_utf8(filter.caption) + " (" + patterns + ")";
     }
     dialog.setNameFilters(filters);
+    QList<QUrl> places = dialog.sidebarUrls();
+    for (const std::string& place : request.places) {
+        const QString folder = from_file_name(place);
+        if (QDir(folder).exists()) places << QUrl::fromLocalFile(folder);
+    }
+    dialog.setSidebarUrls(places);
     if (!request.folder.empty()) dialog.setDirectory(from_file_name(request.folder));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return to_file_name(dialog.selectedFiles().constFirst());

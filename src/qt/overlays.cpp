@@ -6,8 +6,8 @@
 #include <QKeyEvent>
 #include <QWheelEvent>
 
-#include "qt/grid_view.h"
 #include "qt/core/text.h"
+#include "qt/grid_view.h"
 
 namespace memwright::qt {
 namespace {

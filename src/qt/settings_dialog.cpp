@@ -8,9 +8,9 @@
 
 #include "app/frm_misc_setting.h"
 #include "qt/binder.h"
+#include "qt/core/text.h"
 #include "qt/dialog_parts.h"
 #include "qt/dialogs.h"
-#include "qt/core/text.h"
 
 namespace memwright::qt {
 namespace {

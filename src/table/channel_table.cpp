@@ -100,7 +100,10 @@ void ChannelTable::MaskColorBOLD(int tmpr) {
     grid_.set_redraw(true);
 }
 
-void ChannelTable::SetChangeCheck() { ChangeCheckSum_ = byte_sum(); }
+void ChannelTable::SetChangeCheck() {
+    ChangeCheckSum_ = byte_sum();
+    unchanged();
+}
 
 bool ChannelTable::IsDataChanged() {
     SaveVR120Data();

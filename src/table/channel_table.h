@@ -35,12 +35,20 @@ class ChannelTable {
     // Takes the image as it is for unchanged.
     void SetChangeCheck();
 
+    // Takes the image for changed, whatever its sum.
+    void count_as_changed() { ChangeCheckSum_ = kNoSum; }
+
+    // The image is the unchanged one from here on.
+    Signal<> unchanged;
+
     // Table to image, then: does the sum of its bytes differ from that of the unchanged image?
     bool IsDataChanged();
 
     std::int32_t ChangeCheckSum() const { return ChangeCheckSum_; }
 
   private:
+    static constexpr std::int32_t kNoSum = -1;  // of no bytes at all
+
     std::int32_t byte_sum() const;
 
     modVR120& store_;

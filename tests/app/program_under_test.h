@@ -13,6 +13,7 @@
 #include "fakes/fake_cell_places.h"
 #include "fakes/fake_window.h"
 #include "fakes/faulty_file_system.h"
+#include "fakes/held_locks.h"
 #include "fakes/memory_settings.h"
 #include "fakes/paper.h"
 #include "fakes/scripted_dialogs.h"
@@ -64,8 +65,21 @@ class ProgramTest : public testing::Test {
     ComPorts ports{devices, settings, {}};
     fakes::FakeCellPlaces cells;
     fakes::Paper paper;
-    Program program{
-        {messages, dialogs, files, settings, port, loop, loop, window, views, cells, paper}, ports};
+    fakes::HeldLocks locks;
+    Program program{{messages,
+                     dialogs,
+                     files,
+                     settings,
+                     port,
+                     loop,
+                     loop,
+                     window,
+                     views,
+                     cells,
+                     paper,
+                     locks,
+                     {folder.file("state"), folder.file("data")}},
+                    ports};
     Form1& form{program.form};
 };
 

@@ -45,6 +45,16 @@ class FaultyFileSystem final : public FileSystem {
         return std::make_unique<FailingFile>(path, read_before_failure, std::move(file));
     }
     bool exists(const std::string& path) noexcept override { return real_.exists(path); }
+    std::vector<std::string> files_in(const std::string& folder) override {
+        return real_.files_in(folder);
+    }
+    void make_folder(const std::string& path) override {
+        if (writing_fails) throw FileError("Cannot make the folder " + path + ".");
+        real_.make_folder(path);
+    }
+    void rename(const std::string& from, const std::string& to) override { real_.rename(from, to); }
+    void remove(const std::string& path) override { real_.remove(path); }
+    int age_in_days(const std::string& path) override { return real_.age_in_days(path); }
     std::string current_folder() override {
         if (asking_for_folder_fails) throw FileError("The current folder is gone.");
         return real_.current_folder();

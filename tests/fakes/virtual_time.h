@@ -63,6 +63,7 @@ class VirtualTime final : public Clock, public EventLoop {
     }
 
     std::string date_and_time() override { return "21.11.26 12:34"; }
+    std::string timestamp() override { return "2026-11-21 12.34.56"; }
 
     void wait(std::chrono::milliseconds at_most) override {
         ++waits;

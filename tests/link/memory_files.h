@@ -29,6 +29,14 @@ class MemoryFiles final : public FileSystem {
         throw FileError("Cannot open " + path + ": nothing is read here but images.");
     }
     bool exists(const std::string& path) noexcept override { return files.contains(path); }
+    std::vector<std::string> files_in(const std::string& /*folder*/) override { return {}; }
+    void make_folder(const std::string& /*path*/) override {}
+    void rename(const std::string& from, const std::string& to) override {
+        files[to] = std::move(files[from]);
+        files.erase(from);
+    }
+    void remove(const std::string& path) override { files.erase(path); }
+    int age_in_days(const std::string& /*path*/) override { return 0; }
     std::string current_folder() override { return folder_; }
     void set_current_folder(const std::string& path) override { folder_ = path; }
 

@@ -51,6 +51,10 @@ std::string QtClock::date_and_time() {
     return to_utf8(QLocale::system().toString(QDateTime::currentDateTime(), QLocale::ShortFormat));
 }
 
+std::string QtClock::timestamp() {
+    return to_utf8(QDateTime::currentDateTime().toString("yyyy-MM-dd hh.mm.ss"));
+}
+
 void QtEventLoop::wait(std::chrono::milliseconds at_most) {
     QTimer alarm;
     alarm.setTimerType(Qt::PreciseTimer);

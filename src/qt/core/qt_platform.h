@@ -22,6 +22,7 @@ class QtClock final : public Clock {
   public:
     double seconds_since_midnight() override;
     std::string date_and_time() override;
+    std::string timestamp() override;
 };
 
 class QtEventLoop final : public EventLoop {

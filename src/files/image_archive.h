@@ -1,0 +1,40 @@
+#pragma once
+
+// Dated copies of the images that came from a radio or went to one, in the user's data folder. The
+// last 50 distinct ones are kept.
+
+#include <string>
+#include <vector>
+
+#include "image/memory_image.h"
+#include "platform/file_system.h"
+#include "platform/time.h"
+
+namespace memwright {
+
+class ImageArchive {
+  public:
+    static constexpr std::size_t kMost = 50;
+
+    // `data_folder`: the user's; "" if there is none, then nothing is kept.
+    ImageArchive(FileSystem& files, const std::string& data_folder)
+        : files_(files), folder_(data_folder.empty() ? "" : data_folder + "/radio images") {}
+
+    // Keeps an image under the date, `timestamp` (platform/time.h), and what happened to it: "read"
+    // or "written". An image that is there already gets the new name. FileError.
+    void keep(const MemoryImage& image, const std::string& timestamp, const std::string& what);
+
+    // The names of the images, the latest first.
+    std::vector<std::string> names() const;
+
+    std::string path(const std::string& name) const { return folder_ + "/" + name; }
+    const std::string& folder() const { return folder_; }
+
+  private:
+    bool holds(const std::string& name, const MemoryImage& image) const;
+
+    FileSystem& files_;
+    std::string folder_;
+};
+
+}  // namespace memwright

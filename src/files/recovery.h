@@ -1,0 +1,83 @@
+#pragma once
+
+// Keeps what the user is doing on the disk, so that a crash loses nothing: while the table holds
+// changes, a snapshot of it lies in the user's state folder, at most a second behind. It goes when
+// the table is saved and when the program ends as it should. What it finds of runs that did not is
+// offered to the user.
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "files/image_files.h"
+#include "files/snapshot.h"
+#include "platform/message_box.h"
+#include "platform/run_lock.h"
+#include "platform/time.h"
+
+namespace memwright {
+
+class Recovery {
+  public:
+    // What is kept, and put back.
+    struct Work {
+        modVR120& store;
+        ChannelTable& table;
+        MSFlexGrid& grid;
+        ImageFiles& files;
+        UserInterface& window;
+    };
+
+    struct Desktop {
+        FileSystem& files;
+        RunLocks& locks;
+        Clock& clock;
+        EventLoop& loop;
+        MessageBox& messages;
+        std::string folder;  // the user's state folder; "" if there is none
+    };
+
+    // `note` tells the user something in passing.
+    Recovery(Work work, Desktop desktop, std::function<void(const std::string&)> note)
+        : work_(work), desktop_(std::move(desktop)), note_(std::move(note)) {}
+
+    // How long a change may wait for the disk.
+    static constexpr std::chrono::milliseconds kDelay{500};
+    // How long a declined snapshot is kept.
+    static constexpr int kDaysAside = 30;
+
+    // Watches the table from here on.
+    void begin();
+
+    // Something of the image was changed beside the table.
+    void note_change();
+
+    // Offers what runs left behind that ended without removing it. True if the user took one.
+    bool offer();
+
+    // The program ends as it should.
+    void end();
+
+  private:
+    void table_unchanged();
+    void write();
+    void write_snapshot();
+    void remove_own();
+    bool offer(const std::string& name);
+    void restore(const Snapshot& snapshot);
+    void forget_old_ones();
+    std::string path(const std::string& name) const { return desktop_.folder + "/" + name; }
+
+    Work work_;
+    Desktop desktop_;
+    std::function<void(const std::string&)> note_;
+    std::string own_name_;  // of this run's snapshot, once there is one
+    std::unique_ptr<RunLock> own_lock_;
+    bool failed_ = false;  // the user knows that nothing is kept
+    Connection timer_;
+    std::vector<Connection> connections_;
+};
+
+}  // namespace memwright
