@@ -121,6 +121,16 @@ const std::vector<Command>& commands() {
          "Example: memwright-cli ports\n",
          {{}, 0, 0},
          ports},
+        {"archive",
+         "[show IMAGE|restore IMAGE OUT]",
+         "images that came from radios or went to them",
+         "Lists the images that were read from radios or written to them, the latest first: the\n"
+         "last 50 distinct ones are kept. Shows the channels of one, or restores it into a file.\n"
+         "IMAGE is a name or a number of the list.\n"
+         "\n"
+         "Example: memwright-cli archive restore 1 lost.120\n",
+         {{}, 0, 3},
+         archive},
         {"print",
          "IMAGE --pdf OUT [--range A-B]",
          "print the channel table into a PDF file",

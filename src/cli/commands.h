@@ -48,6 +48,7 @@ Status check(const Arguments& arguments, Session& session);
 Status read_radio(const Arguments& arguments, Session& session);
 Status write_radio(const Arguments& arguments, Session& session);
 Status ports(const Arguments& arguments, Session& session);
+Status archive(const Arguments& arguments, Session& session);
 Status print(const Arguments& arguments, Session& session);
 
 // Runs the program with its arguments; what fails is said.

@@ -8,9 +8,13 @@
 #include "cli/desk_loader.h"
 #include "cli/interrupt.h"
 #include "cli/workbench.h"
+#include "files/image_archive.h"
 #include "link/clone_read.h"
 #include "link/clone_write.h"
 #include "link/com_ports.h"
+#include "link/doubtful_blocks.h"
+#include "platform/error.h"
+#include "platform/user_folders.h"
 
 namespace memwright::cli {
 namespace {
@@ -63,6 +67,7 @@ class Transfer {
   public:
     Transfer(const Arguments& arguments, Session& session)
         : console_(session.console),
+          files_(session.files),
           bench(session.console, session.files),
           instructions(session.console, arguments.has("--yes")),
           desk_(open_desk(DeskWork::ports)),
@@ -96,6 +101,7 @@ class Transfer {
     }
 
     Console& console_;
+    StreamFiles& files_;
 
   public:
     Workbench bench;
@@ -111,22 +117,21 @@ class Transfer {
 
   public:
     SerialLink link;
+
+    // Keeps a dated copy of the image; what cannot be kept stands in no transfer's way.
+    void archive(const char* what) {
+        try {
+            ImageArchive(files_, native_user_folders().data)
+                .keep(bench.store.MemoryImage, desk_->clock().timestamp(), what);
+        } catch (const FileError& error) {
+            console_.say(std::string("No copy of the image was kept. ") + error.what());
+        }
+    }
 };
 
 void demand_somebody_or_yes(const Arguments& arguments) {
     if (arguments.has("--yes") || has_terminal()) return;
     throw WrongUsage("There is no terminal to press Enter at: give --yes to begin at once.");
-}
-
-std::string doubts(const std::vector<int>& blocks) {
-    std::string list;
-    for (const int block : blocks) {
-        list += (list.empty() ? "" : ", ") + std::to_string(block) + " (bytes " +
-                std::to_string(block * layout::kBlockSize) + " to " +
-                std::to_string(block * layout::kBlockSize + layout::kBlockSize - 1) + ")";
-    }
-    return "Warning: these blocks came with a wrong checksum, and what they hold is doubtful: " +
-           list + ".\nRead again, or compare two reads with memwright-cli diff.";
 }
 
 }  // namespace
@@ -137,6 +142,7 @@ Status read_radio(const Arguments& arguments, Session& session) {
     Workbench& bench = transfer.bench;
     CloneRead clone_read(transfer.link, bench.store, bench.table, bench.image_files, bench.form,
                          transfer.instructions);
+    const Connection completed = clone_read.completed.connect([&] { transfer.archive("read"); });
     try {
         if (clone_read.ReadFromVR120().empty()) throw TransferCancelled{};
     } catch (const TransferCancelled&) {
@@ -145,8 +151,10 @@ Status read_radio(const Arguments& arguments, Session& session) {
     }
     bench.save(arguments[0]);
     session.console.say(bench.form.Label1.caption);
-    if (!clone_read.doubtful_blocks().empty()) {
-        session.console.say(doubts(clone_read.doubtful_blocks()));
+    const auto doubts = doubts_about(clone_read.doubtful_blocks());
+    for (const std::string& doubt : doubts) session.console.say("Warning: " + doubt);
+    if (!doubts.empty()) {
+        session.console.say("Read again, or compare two reads with memwright-cli diff.");
     }
     return kDone;
 }
@@ -158,6 +166,8 @@ Status write_radio(const Arguments& arguments, Session& session) {
     bench.load(arguments[0]);
     CloneWrite clone_write(transfer.link, bench.store, bench.table, bench.form,
                            transfer.instructions);
+    const Connection beginning =
+        clone_write.beginning.connect([&] { transfer.archive("written"); });
     try {
         clone_write.WriteToVR120();
     } catch (const TransferCancelled&) {
