@@ -63,7 +63,11 @@ void Shell::Form_Load() {
         window_.set_state(
             window_state_from_text(settings_.get(kApplication, kSection, "WindowState", "0")));
     });
-    if (window_.state() == WindowState::normal) restore_geometry();
+    if (window_.state() == WindowState::normal) {
+        restore_geometry();
+        // The screens may be others than those of the last run.
+        window_.bring_into_sight();
+    }
 }
 
 void Shell::set_start_states() {

@@ -24,6 +24,10 @@ class FormWindow {
     virtual void set_width(double twips) = 0;
     virtual void set_height(double twips) = 0;
 
+    // Moves a window whose title bar cannot be seen on any screen, or which is larger than its
+    // screen, so that all of it can be seen. Any other stays as it is.
+    virtual void bring_into_sight() = 0;
+
     // What the frame and the menu bar take of the height.
     virtual double frame_height() const = 0;
 

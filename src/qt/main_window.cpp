@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QWindow>
+#include <algorithm>
 
 #include "platform/error.h"
 #include "qt/arrow_icon.h"
@@ -205,6 +206,28 @@ void MainWindow::set_height(double twips) {
     const int frame = frameGeometry().height() - geometry().height();
     resize(geometry().width(), pixels(*this, twips) - frame);
     asked_size_.setHeight(pixels(*this, twips));
+}
+
+void MainWindow::bring_into_sight() {
+    constexpr int kTitleHeight = 24, kGrip = 120;  // what the mouse needs to take hold of it
+    const QRect frame(pos(), asked_size_.isValid() ? asked_size_ : frameGeometry().size());
+    const QRect title(frame.topLeft(), QSize(frame.width(), kTitleHeight));
+    const auto screens = QGuiApplication::screens();
+    for (const QScreen* screen : screens) {
+        const QRect available = screen->availableGeometry();
+        const QRect seen = available & title;
+        const bool fits =
+            frame.width() <= available.width() && frame.height() <= available.height();
+        if (fits && seen.width() >= kGrip && seen.height() == kTitleHeight) return;
+    }
+    const QScreen* const nearest = QGuiApplication::screenAt(frame.center());
+    const QRect room =
+        (nearest != nullptr ? nearest : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize size = frame.size().boundedTo(room.size());
+    set_width(twips(size.width()));
+    set_height(twips(size.height()));
+    move(std::clamp(frame.left(), room.left(), room.right() + 1 - size.width()),
+         std::clamp(frame.top(), room.top(), room.bottom() + 1 - size.height()));
 }
 
 void MainWindow::pop_up_menu(const std::string& name) {

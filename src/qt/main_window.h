@@ -34,6 +34,7 @@ class MainWindow final : public QMainWindow, public FormWindow {
     void set_top(double twips) override;
     void set_width(double twips) override;
     void set_height(double twips) override;
+    void bring_into_sight() override;
     double frame_height() const override;
     double screen_width() const override;
     double screen_height() const override;

@@ -28,6 +28,7 @@ class FakeWindow final : public FormWindow {
     std::vector<std::string> calls;  // "Top=5100"
     std::set<std::string> refused;   // "Top": setting it is an error
     int closes = 0;
+    int times_brought_into_sight = 0;
     std::vector<std::string> menus_popped_up;  // by name
 
     WindowState state() const override { return its_state; }
@@ -43,6 +44,7 @@ class FakeWindow final : public FormWindow {
     void set_top(double twips) override { set("Top", its_top, twips); }
     void set_width(double twips) override { set("Width", its_width, twips); }
     void set_height(double twips) override { set("Height", its_height, twips); }
+    void bring_into_sight() override { ++times_brought_into_sight; }
     double frame_height() const override { return its_frame_height; }
     double screen_width() const override { return its_screen_width; }
     double screen_height() const override { return its_screen_height; }
