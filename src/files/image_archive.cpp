@@ -1,6 +1,7 @@
 #include "files/image_archive.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "platform/error.h"
 
@@ -8,6 +9,17 @@ namespace memwright {
 namespace {
 
 constexpr const char* kExtension = ".120";
+
+// "2026-11-21 12.34.56 read.120" and the like. Whatever else lies in the folder is the user's.
+bool is_ours(const std::string& name) {
+    constexpr std::string_view kTimestamp = "dddd-dd-dd dd.dd.dd ";
+    if (!name.ends_with(kExtension) || name.size() < kTimestamp.size()) return false;
+    for (std::size_t i = 0; i < kTimestamp.size(); ++i) {
+        const bool digit = name[i] >= '0' && name[i] <= '9';
+        if (kTimestamp[i] == 'd' ? !digit : name[i] != kTimestamp[i]) return false;
+    }
+    return true;
+}
 
 }  // namespace
 
@@ -26,10 +38,14 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
     files_.replace(path(name), image.bytes());
     std::size_t kept = 1;
     for (const std::string& other : old) {
-        if (kept == kMost || holds(other, image)) {
-            files_.remove(path(other));
-        } else {
+        if (kept < kMost && !holds(other, image)) {
             ++kept;
+            continue;
+        }
+        try {
+            files_.remove(path(other));
+        } catch (const FileError&) {
+            // One too many harms nobody; the next time tries again.
         }
     }
 }
@@ -38,7 +54,7 @@ std::vector<std::string> ImageArchive::names() const {
     std::vector<std::string> names;
     if (folder_.empty()) return names;
     for (std::string& name : files_.files_in(folder_)) {
-        if (name.ends_with(kExtension) && !name.starts_with('.')) names.push_back(std::move(name));
+        if (is_ours(name)) names.push_back(std::move(name));
     }
     std::ranges::reverse(names);
     return names;
