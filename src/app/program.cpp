@@ -56,7 +56,7 @@ void Program::start() {
         shell_.Form_Load();
         shell_.Form_Resize();
     });
-    recovery_.begin();
+    errors_.guard([this] { recovery_.begin(); });
     connections_.push_back(
         platform_.loop.every(StallWatch::kInterval, [this] { stall_watch_.Timer1_Timer(); }));
 }
@@ -73,7 +73,7 @@ void Program::pop_up_edit_menu() {
 
 bool Program::close_allowed() {
     bool Cancel = true;
-    errors_.guard([&] {
+    guard([&] {
         bool stay = false;
         shell_.Form_Unload(stay);
         Cancel = stay;
@@ -92,21 +92,13 @@ void Program::escape_pressed() {
 
 void Program::open_named(const std::string& path) {
     if (!form.mnuFile.enabled) return;
-    errors_.guard([&] { image_files_.open_named(path); });
+    guard([&] { image_files_.open_named(path); });
 }
 
 template <class Form, class... Arguments>
 void Program::show_dialog(Arguments&&... arguments) {
     Form dialog(std::forward<Arguments>(arguments)...);
     platform_.dialogs.show_modal(dialog);
-}
-
-// A dialog that works on the image, beside the table.
-template <class Form>
-void Program::change_image() {
-    const MemoryImage before = store_.MemoryImage;
-    show_dialog<Form>(store_);
-    if (store_.MemoryImage != before) recovery_.note_change();
 }
 
 void Program::mnuPrint_Click() {
@@ -131,9 +123,16 @@ void Program::offer_recovery() {
     errors_.guard([&] { recovery_.offer(); });
 }
 
+// What is done to the image, however it ended, is kept for the case of a crash. Changes of the
+// table are noticed by themselves.
+void Program::guard(const std::function<void()>& procedure) {
+    const MemoryImage before = store_.MemoryImage;
+    errors_.guard(procedure);
+    if (store_.MemoryImage != before) recovery_.note_change();
+}
+
 void Program::connect(Signal<>& signal, std::function<void()> procedure) {
-    connections_.push_back(
-        signal.connect([this, run = std::move(procedure)] { errors_.guard(run); }));
+    connections_.push_back(signal.connect([this, run = std::move(procedure)] { guard(run); }));
 }
 
 void Program::connect_menus() {
@@ -150,8 +149,8 @@ void Program::connect_menus() {
     connect(form.mnuPaste.clicked, [this] { rows_.mnuPaste_Click(); });
     connect(form.mnuPort.clicked, [this] { show_dialog<Form2>(platform_.settings, ports_); });
     connect(form.mnuShwDbg.clicked, [this] { status_window_.mnuShwDbg_Click(); });
-    connect(form.mnuMiscSettings.clicked, [this] { change_image<frmMiscSetting>(); });
-    connect(form.mnuSearchBandMem.clicked, [this] { change_image<frmLimitSearch>(); });
+    connect(form.mnuMiscSettings.clicked, [this] { show_dialog<frmMiscSetting>(store_); });
+    connect(form.mnuSearchBandMem.clicked, [this] { show_dialog<frmLimitSearch>(store_); });
     connect(form.mnuRead.clicked, [this] { clone_read_.mnuRead_Click(); });
     connect(form.mnuWrite.clicked, [this] { clone_write_.mnuWrite_Click(); });
     connect(form.mnuforce.clicked, [this] { stall_watch_.mnuforce_Click(); });

@@ -70,10 +70,9 @@ class Program {
     void pop_up_edit_menu();
     template <class Form, class... Arguments>
     void show_dialog(Arguments&&... arguments);
-    template <class Form>
-    void change_image();
     void mnuPrint_Click();
     void transfer_button_clicked();
+    void guard(const std::function<void()>& procedure);
     void connect(Signal<>& signal, std::function<void()> procedure);
     void connect_menus();
     void connect_buttons();

@@ -6,7 +6,6 @@
 #include "platform/error.h"
 
 namespace memwright {
-namespace {}  // namespace
 
 std::optional<Answer> ImageFiles::ask_about_changes() {
     if (!table_.IsDataChanged()) return std::nullopt;
@@ -66,6 +65,7 @@ void ImageFiles::open(const std::string& path) {
     table_.SetChangeCheck();
     window_.EnableGui();
     grid_.enabled = true;
+    in_a_file();
 }
 
 void ImageFiles::resume(const std::string& path) {
@@ -140,6 +140,7 @@ bool ImageFiles::save_as_confirmed(const std::string& path) {
 
 void ImageFiles::write(const std::string& path) {
     desktop_.files.overwrite(path, store_.MemoryImage.bytes());
+    in_a_file();
 }
 
 }  // namespace memwright

@@ -55,6 +55,9 @@ class ImageFiles {
     // Where Open's dialog starts.
     std::string last_used_folder;
 
+    // What image and table hold is in a file: one was opened, or it was saved.
+    Signal<> in_a_file;
+
     // Goes on with a file that another run of the program had open.
     void resume(const std::string& path);
 

@@ -19,47 +19,63 @@ std::string question(const Snapshot& snapshot) {
 }  // namespace
 
 void Recovery::begin() {
+    safe_ = content();
     connections_.push_back(
         work_.grid.changed.connect([this](const GridChange&) { note_change(); }));
-    connections_.push_back(work_.table.unchanged.connect([this] { table_unchanged(); }));
+    connections_.push_back(work_.files.in_a_file.connect([this] { content_is_in_a_file(); }));
 }
 
 void Recovery::note_change() {
-    if (timer_ || desktop_.folder.empty()) return;
+    if (timer_ || connections_.empty() || desktop_.folder.empty()) return;
     timer_ = desktop_.loop.every(kDelay, [this] { write(); });
 }
 
-void Recovery::table_unchanged() {
+void Recovery::content_is_in_a_file() {
+    safe_ = content();
     timer_.reset();
     remove_own();
 }
 
+// What cannot be written is tried again until it can.
 void Recovery::write() {
-    // The timer that runs this ends with it.
-    const Connection once = std::move(timer_);
     try {
-        write_snapshot();
-        failed_ = false;
-    } catch (const Error& error) {
+        if (safe_ == content()) {
+            remove_own();
+        } else {
+            write_snapshot();
+        }
+    } catch (const std::exception& error) {
         if (!failed_)
             note_(std::string("Changes are not kept for the case of a crash. ") + error.what());
         failed_ = true;
+        return;
     }
+    // The timer that runs this ends with it.
+    const Connection once = std::move(timer_);
+    if (failed_) note_("Changes are kept again for the case of a crash.");
+    failed_ = false;
 }
 
 void Recovery::write_snapshot() {
     desktop_.files.make_folder(desktop_.folder);
-    for (int n = 1; own_lock_ == nullptr; ++n) {
-        own_name_ = desktop_.clock.timestamp() + " " + std::to_string(n) + kExtension;
-        own_lock_ = desktop_.locks.lock(path(own_name_ + kLockExtension));
-        constexpr int kMostRuns = 1000;
-        if (own_lock_ == nullptr && n == kMostRuns) {
-            throw FileError("Cannot lock " + path(own_name_) + ".");
-        }
-    }
+    if (own_lock_ == nullptr) choose_name();
     desktop_.files.replace(path(own_name_),
                            bytes_of({work_.files.current_path(), desktop_.clock.date_and_time(),
                                      work_.store.MemoryImage, cells_of(work_.grid)}));
+}
+
+// A name that no other run has, nor what one of them left.
+void Recovery::choose_name() {
+    constexpr int kMostRuns = 100;
+    const std::string stem = desktop_.clock.timestamp() + " ";
+    for (int n = 1; n <= kMostRuns; ++n) {
+        own_name_ = stem + std::to_string(n) + kExtension;
+        if (desktop_.files.exists(path(own_name_))) continue;
+        own_lock_ = desktop_.locks.lock(path(own_name_ + kLockExtension));
+        if (own_lock_ != nullptr) return;
+    }
+    throw FileError("Cannot make a file in " + desktop_.folder +
+                    ".\nCheck that you may write to it and that there is space left.");
 }
 
 void Recovery::remove_own() {
@@ -74,7 +90,8 @@ void Recovery::remove_own() {
 
 void Recovery::end() {
     connections_.clear();
-    table_unchanged();
+    timer_.reset();
+    remove_own();
 }
 
 bool Recovery::offer() {
@@ -83,36 +100,51 @@ bool Recovery::offer() {
     auto names = desktop_.files.files_in(desktop_.folder);
     // The latest first.
     for (auto name = names.rbegin(); name != names.rend(); ++name) {
-        if (name->ends_with(kExtension) && !name->starts_with(kAside) && offer(*name)) return true;
+        if (!name->ends_with(kExtension) || name->starts_with(kAside)) continue;
+        try {
+            if (offer(*name)) return true;
+        } catch (const Error& error) {
+            // One that cannot be read stands in no other's way.
+            note_(error.what());
+        }
     }
     return false;
 }
 
 bool Recovery::offer(const std::string& name) {
     if (own_lock_ != nullptr && name == own_name_) return false;
-    const auto lock = desktop_.locks.lock(path(name + kLockExtension));
+    auto lock = desktop_.locks.lock(path(name + kLockExtension));
     if (lock == nullptr || !desktop_.files.exists(path(name))) return false;  // of another run
-    try {
-        Bytes bytes;
-        constexpr std::size_t kLargest = 64 * 1024 * 1024;
-        const auto file = desktop_.files.open_input(path(name));
-        bytes.resize(std::min<std::uint64_t>(file->size(), kLargest));
-        bytes.resize(file->read(bytes));
-        const Snapshot snapshot = snapshot_from(bytes);
-        const Answer answer = desktop_.messages.show({.text = question(snapshot),
-                                                      .title = "Memwright",
-                                                      .buttons = Buttons::yes_no,
-                                                      .icon = Icon::question});
-        if (answer == Answer::yes) {
-            restore(snapshot);
-            desktop_.files.remove(path(name));
-            return true;
-        }
-    } catch (const InputError&) {
-        // Half a snapshot is none; it is kept like a declined one.
+    std::optional<Bytes> bytes;
+    const auto snapshot = read(name, bytes);
+    if (snapshot && desktop_.messages.show({.text = question(*snapshot),
+                                            .title = "Memwright",
+                                            .buttons = Buttons::yes_no,
+                                            .icon = Icon::question}) == Answer::yes) {
+        restore(*snapshot);
+        // It stays on the disk, as this run's own: there is no moment without one.
+        remove_own();
+        own_name_ = name;
+        own_lock_ = std::move(lock);
+        return true;
     }
-    desktop_.files.rename(path(name), path(kAside + name));
+    set_aside(name, bytes);
     return false;
+}
+
+// None if it is no snapshot; then its `bytes`, if they are not too many.
+std::optional<Snapshot> Recovery::read(const std::string& name, std::optional<Bytes>& bytes) {
+    constexpr std::uint64_t kLargest = 64ULL * 1024 * 1024;
+    try {
+        const auto file = desktop_.files.open_input(path(name));
+        if (file->size() > kLargest) throw InputError("It is too large.");
+        bytes.emplace(file->size());
+        bytes->resize(file->read(*bytes));
+        return snapshot_from(*bytes);
+    } catch (const InputError& error) {
+        note_("What " + path(name) + " holds cannot be restored. " + error.what());
+        return std::nullopt;
+    }
 }
 
 void Recovery::restore(const Snapshot& snapshot) {
@@ -122,14 +154,41 @@ void Recovery::restore(const Snapshot& snapshot) {
     work_.files.resume(snapshot.path);
     work_.table.count_as_changed();
     work_.window.EnableGui();
-    // On the disk under this run's name before the old one goes.
-    write();
+    safe_.reset();
+}
+
+// Written anew, so that its days aside are counted from now.
+void Recovery::set_aside(const std::string& name, const std::optional<Bytes>& bytes) {
+    std::string aside = kAside + name;
+    for (int n = 2; desktop_.files.exists(path(aside)); ++n) {
+        aside = kAside + std::to_string(n) + " " + name;
+    }
+    bool copied = false;
+    if (bytes) {
+        try {
+            desktop_.files.replace(path(aside), *bytes);
+            copied = true;
+        } catch (const FileError&) {
+            // Its days have begun earlier then.
+        }
+    }
+    if (copied) {
+        desktop_.files.remove(path(name));
+    } else {
+        desktop_.files.rename(path(name), path(aside));
+    }
 }
 
 void Recovery::forget_old_ones() {
     for (const std::string& name : desktop_.files.files_in(desktop_.folder)) {
         if (!name.starts_with(kAside)) continue;
-        if (desktop_.files.age_in_days(path(name)) > kDaysAside) desktop_.files.remove(path(name));
+        try {
+            if (desktop_.files.age_in_days(path(name)) > kDaysAside) {
+                desktop_.files.remove(path(name));
+            }
+        } catch (const FileError& error) {
+            note_(error.what());
+        }
     }
 }
 

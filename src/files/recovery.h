@@ -2,12 +2,13 @@
 
 // Keeps what the user is doing on the disk, so that a crash loses nothing: while the table holds
 // changes, a snapshot of it lies in the user's state folder, at most a second behind. It goes when
-// the table is saved and when the program ends as it should. What it finds of runs that did not is
-// offered to the user.
+// what it holds is in a file and when the program ends as it should. What it finds of runs that did
+// not is offered to the user.
 
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,7 +52,7 @@ class Recovery {
     // Watches the table from here on.
     void begin();
 
-    // Something of the image was changed beside the table.
+    // Something of the image was changed beside the table. Nothing before begin() and after end().
     void note_change();
 
     // Offers what runs left behind that ended without removing it. True if the user took one.
@@ -61,12 +62,23 @@ class Recovery {
     void end();
 
   private:
-    void table_unchanged();
+    struct Content {
+        MemoryImage image;
+        std::vector<std::string> cells;
+
+        friend bool operator==(const Content&, const Content&) = default;
+    };
+
+    Content content() const { return {work_.store.MemoryImage, cells_of(work_.grid)}; }
+    void content_is_in_a_file();
     void write();
     void write_snapshot();
+    void choose_name();
     void remove_own();
     bool offer(const std::string& name);
+    std::optional<Snapshot> read(const std::string& name, std::optional<Bytes>& bytes);
     void restore(const Snapshot& snapshot);
+    void set_aside(const std::string& name, const std::optional<Bytes>& bytes);
     void forget_old_ones();
     std::string path(const std::string& name) const { return desktop_.folder + "/" + name; }
 
@@ -75,7 +87,8 @@ class Recovery {
     std::function<void(const std::string&)> note_;
     std::string own_name_;  // of this run's snapshot, once there is one
     std::unique_ptr<RunLock> own_lock_;
-    bool failed_ = false;  // the user knows that nothing is kept
+    std::optional<Content> safe_;  // what need not be kept: a file has it, or it is empty
+    bool failed_ = false;          // the user knows that nothing is kept
     Connection timer_;
     std::vector<Connection> connections_;
 };

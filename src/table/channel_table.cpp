@@ -100,10 +100,7 @@ void ChannelTable::MaskColorBOLD(int tmpr) {
     grid_.set_redraw(true);
 }
 
-void ChannelTable::SetChangeCheck() {
-    ChangeCheckSum_ = byte_sum();
-    unchanged();
-}
+void ChannelTable::SetChangeCheck() { ChangeCheckSum_ = byte_sum(); }
 
 bool ChannelTable::IsDataChanged() {
     SaveVR120Data();

@@ -38,9 +38,6 @@ class ChannelTable {
     // Takes the image for changed, whatever its sum.
     void count_as_changed() { ChangeCheckSum_ = kNoSum; }
 
-    // The image is the unchanged one from here on.
-    Signal<> unchanged;
-
     // Table to image, then: does the sum of its bytes differ from that of the unchanged image?
     bool IsDataChanged();
 
