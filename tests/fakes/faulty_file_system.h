@@ -20,6 +20,7 @@ class FaultyFileSystem final : public FileSystem {
     bool reading_fails = false;
     std::size_t read_before_failure = 0;  // bytes that a failing read delivers all the same
     bool writing_fails = false;
+    bool removing_fails = false;
     bool entering_fails = false;
     bool asking_for_folder_fails = false;
 
@@ -53,7 +54,10 @@ class FaultyFileSystem final : public FileSystem {
         real_.make_folder(path);
     }
     void rename(const std::string& from, const std::string& to) override { real_.rename(from, to); }
-    void remove(const std::string& path) override { real_.remove(path); }
+    void remove(const std::string& path) override {
+        if (removing_fails) throw FileError("Cannot remove " + path + ".");
+        real_.remove(path);
+    }
     int age_in_days(const std::string& path) override { return real_.age_in_days(path); }
     std::string current_folder() override {
         if (asking_for_folder_fails) throw FileError("The current folder is gone.");
