@@ -24,6 +24,8 @@ MemoryImage some_image() {
 WindowTest::WindowTest() {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
                        qt::from_file_name(folder_.file("settings")));
+    qputenv("XDG_STATE_HOME", folder_.file("state").c_str());
+    qputenv("XDG_DATA_HOME", folder_.file("data").c_str());
 }
 
 WindowTest::~WindowTest() {

@@ -1,6 +1,7 @@
 #pragma once
 
-// The real window with the real core behind it, its settings in a folder of their own.
+// The real window with the real core behind it, its settings and all else that it keeps for its user
+// in a folder of their own.
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,108 @@
+// Locks between real processes.
+
+#include "qt/core/qt_run_locks.h"
+
+#include <gmock/gmock.h>
+
+#include "fakes/child_process.h"
+#include "fakes/temporary_folder.h"
+
+namespace memwright::gui {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// A process that holds a lock until it is killed.
+class Holder {
+  public:
+    explicit Holder(const std::string& path) {
+        int ends[2];
+        if (pipe(ends) != 0) return;
+        pid_ = fork();
+        if (pid_ == 0) {
+            end_child_after_a_minute();
+            const auto lock = qt::QtRunLocks().lock(path);
+            const char told = lock != nullptr ? 'y' : 'n';
+            if (write(ends[1], &told, 1) != 1) _exit(1);
+            for (;;) pause();
+        }
+        close(ends[1]);
+        char told = 0;
+        holds_ = read(ends[0], &told, 1) == 1 && told == 'y';
+        close(ends[0]);
+    }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+    ~Holder() { die(); }
+
+    bool holds() const { return holds_; }
+    void die() {
+        if (pid_ <= 0) return;
+        kill(pid_, SIGKILL);
+        wait_for(pid_);
+        pid_ = -1;
+    }
+
+  private:
+    pid_t pid_ = -1;
+    bool holds_ = false;
+};
+
+class QtRunLocksTest : public ::testing::Test {
+  protected:
+    TemporaryFolder folder;
+    std::string path = folder.file("Gr\xC3\xBC\xC3\x9F 1.recovery.lock");
+    qt::QtRunLocks locks;
+};
+
+TEST_F(QtRunLocksTest, a_lock_is_held_once_and_leaves_nothing_behind) {
+    auto lock = locks.lock(path);
+    EXPECT_NE(lock, nullptr);
+    EXPECT_EQ(locks.lock(path), nullptr);
+    EXPECT_NE(locks.lock(folder.file("other.lock")), nullptr);
+    lock.reset();
+    EXPECT_THAT(folder.names(), IsEmpty());
+    EXPECT_NE(locks.lock(path), nullptr);
+}
+
+TEST_F(QtRunLocksTest, two_processes_do_not_take_each_others) {
+    const Holder other(path);
+    ASSERT_TRUE(other.holds());
+    EXPECT_EQ(locks.lock(path), nullptr);
+    const auto own = locks.lock(folder.file("own.lock"));
+    ASSERT_NE(own, nullptr);
+    EXPECT_EQ(in_child([&]() -> std::string {
+                  return qt::QtRunLocks().lock(folder.file("own.lock")) ? "taken" : "held";
+              }),
+              "held");
+}
+
+TEST_F(QtRunLocksTest, a_killed_process_frees_its_lock) {
+    Holder other(path);
+    ASSERT_TRUE(other.holds());
+    EXPECT_EQ(locks.lock(path), nullptr);
+    other.die();
+    EXPECT_FALSE(folder.names().empty()) << "its file is still there";
+    EXPECT_NE(locks.lock(path), nullptr);
+}
+
+TEST_F(QtRunLocksTest, a_lock_does_not_grow_old_while_its_process_lives) {
+    const Holder other(path);
+    ASSERT_TRUE(other.holds());
+    for (const auto& file : std::filesystem::directory_iterator(folder.path())) {
+        std::filesystem::last_write_time(
+            file, std::filesystem::file_time_type::clock::now() - std::chrono::hours(24 * 365));
+    }
+    EXPECT_EQ(locks.lock(path), nullptr);
+}
+
+TEST_F(QtRunLocksTest, what_cannot_be_locked_is_not) {
+    EXPECT_EQ(locks.lock(folder.file("no/such/folder.lock")), nullptr);
+    std::filesystem::create_directory(folder.path() / "folder.lock");
+    EXPECT_EQ(locks.lock(folder.file("folder.lock")), nullptr);
+    EXPECT_THAT(folder.names(), ElementsAre("folder.lock"));
+}
+
+}  // namespace
+}  // namespace memwright::gui
