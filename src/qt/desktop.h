@@ -9,8 +9,8 @@
 #include "app/program.h"
 #include "link/com_ports.h"
 #include "platform/native_file_system.h"
+#include "platform/native_run_locks.h"
 #include "qt/core/qt_platform.h"
-#include "qt/core/qt_run_locks.h"
 #include "qt/dialogs.h"
 #include "qt/main_window.h"
 #include "qt/message_boxes.h"
@@ -41,7 +41,7 @@ class Desktop {
     NativeFileSystem files_;
     QtSettingsStore settings_;
     QtPrinter printer_{files_};
-    QtRunLocks locks_;
+    NativeRunLocks locks_;
     QtClock clock_;
     QtEventLoop loop_;
     QtSerialDevices devices_;

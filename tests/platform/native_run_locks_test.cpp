@@ -1,13 +1,14 @@
 // Locks between real processes.
 
-#include "qt/core/qt_run_locks.h"
+#include "platform/native_run_locks.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 
 #include "fakes/child_process.h"
 #include "fakes/temporary_folder.h"
 
-namespace memwright::gui {
+namespace memwright {
 namespace {
 
 using ::testing::ElementsAre;
@@ -22,7 +23,7 @@ class Holder {
         pid_ = fork();
         if (pid_ == 0) {
             end_child_after_a_minute();
-            const auto lock = qt::QtRunLocks().lock(path);
+            const auto lock = NativeRunLocks().lock(path);
             const char told = lock != nullptr ? 'y' : 'n';
             if (write(ends[1], &told, 1) != 1) _exit(1);
             for (;;) pause();
@@ -49,14 +50,14 @@ class Holder {
     bool holds_ = false;
 };
 
-class QtRunLocksTest : public ::testing::Test {
+class NativeRunLocksTest : public ::testing::Test {
   protected:
     TemporaryFolder folder;
     std::string path = folder.file("Gr\xC3\xBC\xC3\x9F 1.recovery.lock");
-    qt::QtRunLocks locks;
+    NativeRunLocks locks;
 };
 
-TEST_F(QtRunLocksTest, a_lock_is_held_once_and_leaves_nothing_behind) {
+TEST_F(NativeRunLocksTest, a_lock_is_held_once_and_leaves_nothing_behind) {
     auto lock = locks.lock(path);
     EXPECT_NE(lock, nullptr);
     EXPECT_EQ(locks.lock(path), nullptr);
@@ -66,19 +67,19 @@ TEST_F(QtRunLocksTest, a_lock_is_held_once_and_leaves_nothing_behind) {
     EXPECT_NE(locks.lock(path), nullptr);
 }
 
-TEST_F(QtRunLocksTest, two_processes_do_not_take_each_others) {
+TEST_F(NativeRunLocksTest, two_processes_do_not_take_each_others) {
     const Holder other(path);
     ASSERT_TRUE(other.holds());
     EXPECT_EQ(locks.lock(path), nullptr);
     const auto own = locks.lock(folder.file("own.lock"));
     ASSERT_NE(own, nullptr);
     EXPECT_EQ(in_child([&]() -> std::string {
-                  return qt::QtRunLocks().lock(folder.file("own.lock")) ? "taken" : "held";
+                  return NativeRunLocks().lock(folder.file("own.lock")) ? "taken" : "held";
               }),
               "held");
 }
 
-TEST_F(QtRunLocksTest, a_killed_process_frees_its_lock) {
+TEST_F(NativeRunLocksTest, a_killed_process_frees_its_lock) {
     Holder other(path);
     ASSERT_TRUE(other.holds());
     EXPECT_EQ(locks.lock(path), nullptr);
@@ -87,7 +88,7 @@ TEST_F(QtRunLocksTest, a_killed_process_frees_its_lock) {
     EXPECT_NE(locks.lock(path), nullptr);
 }
 
-TEST_F(QtRunLocksTest, a_lock_does_not_grow_old_while_its_process_lives) {
+TEST_F(NativeRunLocksTest, a_lock_does_not_grow_old_while_its_process_lives) {
     const Holder other(path);
     ASSERT_TRUE(other.holds());
     for (const auto& file : std::filesystem::directory_iterator(folder.path())) {
@@ -97,7 +98,42 @@ TEST_F(QtRunLocksTest, a_lock_does_not_grow_old_while_its_process_lives) {
     EXPECT_EQ(locks.lock(path), nullptr);
 }
 
-TEST_F(QtRunLocksTest, what_cannot_be_locked_is_not) {
+TEST_F(NativeRunLocksTest, what_a_dead_process_left_says_nothing_whatever_its_number_was) {
+    folder.put("left.lock", {});
+    EXPECT_NE(locks.lock(folder.file("left.lock")), nullptr);
+    const std::string own = std::to_string(getpid()) + "\nmemwright\n";
+    folder.put("own.lock", {own.begin(), own.end()});
+    const auto lock = locks.lock(folder.file("own.lock"));
+    EXPECT_NE(lock, nullptr);
+    EXPECT_EQ(locks.lock(folder.file("own.lock")), nullptr);
+}
+
+// The folder may be one that several machines share: a lock is seen on the file, not by its name.
+TEST_F(NativeRunLocksTest, of_many_processes_that_want_it_one_at_a_time_has_it) {
+    constexpr int kProcesses = 8, kRounds = 300;
+    std::vector<pid_t> children;
+    for (int i = 0; i < kProcesses; ++i) {
+        const pid_t child = fork();
+        if (child == 0) {
+            end_child_after_a_minute();
+            int clashes = 0;
+            for (int round = 0; round < kRounds; ++round) {
+                const auto lock = NativeRunLocks().lock(path);
+                if (lock == nullptr) continue;
+                const int mark = open(folder.file("mark").c_str(), O_CREAT | O_EXCL, 0600);
+                if (mark < 0) ++clashes;
+                if (mark >= 0) close(mark);
+                unlink(folder.file("mark").c_str());
+            }
+            _exit(clashes == 0 ? 0 : 1);
+        }
+        children.push_back(child);
+    }
+    for (const pid_t child : children) EXPECT_EQ(wait_for(child), 0);
+    EXPECT_THAT(folder.names(), IsEmpty());
+}
+
+TEST_F(NativeRunLocksTest, what_cannot_be_locked_is_not) {
     EXPECT_EQ(locks.lock(folder.file("no/such/folder.lock")), nullptr);
     std::filesystem::create_directory(folder.path() / "folder.lock");
     EXPECT_EQ(locks.lock(folder.file("folder.lock")), nullptr);
@@ -105,4 +141,4 @@ TEST_F(QtRunLocksTest, what_cannot_be_locked_is_not) {
 }
 
 }  // namespace
-}  // namespace memwright::gui
+}  // namespace memwright
