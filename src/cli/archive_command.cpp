@@ -37,17 +37,25 @@ void list(const ImageArchive& archive, Console& console) {
 
 Status archive(const Arguments& arguments, Session& session) {
     ImageArchive archive(session.files, native_user_folders().data);
+    if (archive.folder().empty()) {
+        throw FileError(
+            "Cannot tell where the images of radios are: there is no home folder.\n"
+            "Set HOME or XDG_DATA_HOME.");
+    }
     if (arguments.size() == 0) {
         list(archive, session.console);
         return kDone;
     }
     const bool restore = arguments[0] == "restore";
     if (!restore && arguments[0] != "show") {
-        throw WrongUsage("archive shows or restores an image: \"" + arguments[0] +
+        throw WrongUsage("archive shows or restores an image; \"" + arguments[0] +
                          "\" is neither.");
     }
-    if (arguments.size() != (restore ? 3U : 2U))
-        throw WrongUsage("An argument is missing, or one too many.");
+    const std::size_t wanted = restore ? 3 : 2;
+    if (arguments.size() < wanted) throw WrongUsage("An argument is missing.");
+    if (arguments.size() > wanted) {
+        throw WrongUsage("\"" + arguments[wanted] + "\" is one argument too many.");
+    }
     const std::string path = path_of(archive, arguments[1]);
     if (!restore) return channels(Arguments({path}, {{{"--format", true}}, 1, 1}), session);
     Workbench bench(session.console, session.files);

@@ -121,12 +121,14 @@ class Transfer {
     // Keeps a dated copy of the image; what cannot be kept stands in no transfer's way.
     void archive(const char* what) {
         try {
-            ImageArchive(files_, native_user_folders().data)
-                .keep(bench.store.MemoryImage, desk_->clock().timestamp(), what);
+            ImageArchive kept(files_, native_user_folders().data);
+            kept.keep(bench.store.MemoryImage, desk_->clock().timestamp(), what);
+            archived = !kept.folder().empty();
         } catch (const FileError& error) {
             console_.say(std::string("No copy of the image was kept. ") + error.what());
         }
     }
+    bool archived = false;
 };
 
 void demand_somebody_or_yes(const Arguments& arguments) {
@@ -149,7 +151,14 @@ Status read_radio(const Arguments& arguments, Session& session) {
         session.console.say("Read from VR-120 cancelled. Nothing was written.");
         return kNoFileOrPort;
     }
-    bench.save(arguments[0]);
+    try {
+        bench.save(arguments[0]);
+    } catch (const FileError& error) {
+        if (!transfer.archived) throw;
+        throw FileError(std::string(error.what()) +
+                        "\nWhat the radio sent is kept: memwright-cli archive restore 1 FILE makes "
+                        "a file of it.");
+    }
     session.console.say(bench.form.Label1.caption);
     const auto doubts = doubts_about(clone_read.doubtful_blocks());
     for (const std::string& doubt : doubts) session.console.say("Warning: " + doubt);

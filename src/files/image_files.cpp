@@ -1,5 +1,6 @@
 #include "files/image_files.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "files/current_folder.h"
@@ -37,7 +38,7 @@ void ImageFiles::mnuOpen_Click() {
          .places = places});
     if (!name) return;
     const std::string path = up_to_nul(*name);
-    enter_folder_of(path, desktop_.files);
+    if (!is_kept_copy(path)) enter_folder_of(path, desktop_.files);
     open(path);
 }
 
@@ -75,12 +76,17 @@ void ImageFiles::resume(const std::string& path) {
 
 void ImageFiles::mnuSaveOnly_Click() {
     table_.SaveVR120Data();
-    if (current_path_.empty()) {
+    if (current_path_.empty() || is_kept_copy(current_path_)) {
         mnuSave_Click();
         return;
     }
     write(current_path_);
     table_.SetChangeCheck();
+}
+
+bool ImageFiles::is_kept_copy(const std::string& path) const {
+    return std::ranges::any_of(
+        places, [&](const std::string& place) { return path.starts_with(place + "/"); });
 }
 
 void ImageFiles::mnuSave_Click() {

@@ -61,12 +61,14 @@ class ImageFiles {
     // Goes on with a file that another run of the program had open.
     void resume(const std::string& path);
 
-    // Folders that Open's dialog offers besides.
+    // Folders with kept copies, which Open's dialog offers. A copy stays as it is: saving one that
+    // is open asks for a name, in the folder that was current before.
     std::vector<std::string> places;
 
     const std::string& current_path() const { return current_path_; }
 
   private:
+    bool is_kept_copy(const std::string& path) const;
     void open(const std::string& path);
     void save_as();
     bool save_as_confirmed(const std::string& path);

@@ -69,7 +69,7 @@ TEST_F(Document, has_the_examples_that_are_tried_here) {
     for (const Example& example : examples()) headings.push_back(example.heading);
     EXPECT_EQ(headings,
               (Words{"A nightly backup", "Merging two lists", "Moving a list between radios",
-                     "Settings and limits from a script"}));
+                     "An image that was lost", "Settings and limits from a script"}));
 }
 
 TEST_F(Document, a_first_nightly_backup_is_kept_under_its_date_and_as_the_latest) {
@@ -130,6 +130,17 @@ TEST_F(Document, moving_a_list_keeps_the_other_radios_settings_and_limits) {
     EXPECT_EQ(other_radio_->line(), "receiving");
     EXPECT_THAT(other_radio_->line().value_or(""), HasSubstr("received: 7392 bytes"));
     EXPECT_EQ(text("received.120"), text("new.120"));
+}
+
+TEST_F(Document, an_image_that_was_lost_is_in_the_archive) {
+    start_radio();
+    RunningCli read(command({"read", "radio.120", "--port", port, "--yes"}));
+    ASSERT_EQ(read.end().status, 0);
+    ASSERT_TRUE(std::filesystem::remove(file("radio.120")));
+    const Ended ended = run_example("An image that was lost");
+    EXPECT_EQ(ended.status, 0) << ended;
+    EXPECT_THAT(ended.output, MatchesRegex("1   20[-0-9]+ [0-9.]+ read\\.120\n.*"));
+    EXPECT_EQ(text("lost.120"), demonstration_.text());
 }
 
 TEST_F(Document, settings_and_limits_are_changed_and_shown) {

@@ -30,13 +30,16 @@ TEST_F(RadioTest, read_keeps_the_bytes_as_they_come_and_tells_of_wrong_checksums
                  "checksum@235"});
     put_text("out.120", std::string(9000, 'o'));
     RunningCli cli(command({"read", "out.120", "--port", port, "--yes"}));
-    EXPECT_EQ(cli.end(),
-              (Ended{0, "",
-                     kReadInstructions +
-                         "Read from VR-120 complete.\n"
-                         "Warning: these blocks came with a wrong checksum, and what they hold is "
-                         "doubtful: 0 (bytes 0 to 31), 230 (bytes 7360 to 7391).\n"
-                         "Read again, or compare two reads with memwright-cli diff.\n"}));
+    EXPECT_EQ(
+        cli.end(),
+        (Ended{0, "",
+               kReadInstructions +
+                   "Read from VR-120 complete.\n"
+                   "Warning: Block 0 came with a wrong checksum. Doubtful: frequencies, modes "
+                   "and preferences of Bank 0 - 0 to Bank 0 - 7.\n"
+                   "Warning: Block 230 came with a wrong checksum. Doubtful: settings or "
+                   "search limits (bytes 7360 to 7391).\n"
+                   "Read again, or compare two reads with memwright-cli diff.\n"}));
     EXPECT_TRUE(text("out.120") == image.text());
     EXPECT_EQ(folder_.names(), (Words{"out.120", "radio.120"}));
 }

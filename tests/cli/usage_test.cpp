@@ -26,6 +26,7 @@ const std::map<std::string, std::string> kUsages = {
     {"read", "OUT [--com N=DEVICE|--port DEVICE] [--yes]"},
     {"write", "IMAGE [--com N=DEVICE|--port DEVICE] [--yes]"},
     {"ports", ""},
+    {"archive", "[show IMAGE|restore IMAGE OUT]"},
     {"print", "IMAGE --pdf OUT [--range A-B]"},
 };
 
@@ -111,6 +112,7 @@ TEST_F(Usage, every_command_counts_its_arguments) {
         {"read", {{"--yes"}, {"x.120", "b"}}},
         {"write", {{"--yes"}, {"a.120", "b"}}},
         {"ports", {{}, {"b"}}},
+        {"archive", {{"restore", "1"}, {"show", "1", "b"}}},
         {"print", {{"--pdf", "x.pdf"}, {"a.120", "b"}}},
     };
     for (const auto& [name, both] : too_few_and_too_many) {
@@ -148,6 +150,9 @@ TEST_F(Usage, options_have_to_be_right) {
         {{"settings", "a.120", "lamp=ON", "--output="}, "--output needs a value."},
         {{"import", "-", "-"}, "IMAGE and CSV cannot both be standard input."},
         {{"diff", "-", "-"}, "A and B cannot both be standard input."},
+        {{"archive", "find", "1"}, "archive shows or restores an image; \"find\" is neither."},
+        {{"archive", "show"}, "An argument is missing."},
+        {{"archive", "restore", "1", "x.120", "b"}, "\"b\" is one argument too many."},
         {{"print", "a.120"}, "--pdf OUT is missing."},
         {{"print", "a.120", "--pdf", ""}, "--pdf needs a value."},
         {{"read", "x.120"}, "There is no terminal to press Enter at: give --yes to begin at once."},

@@ -80,6 +80,22 @@ TEST_F(Save, without_a_current_file_is_Save_As) {
     EXPECT_EQ(image_files.current_path(), folder.file("mem.120"));
 }
 
+TEST_F(Save, of_a_kept_copy_asks_for_a_name_where_the_user_was_before) {
+    native.make_folder(folder.file("kept"));
+    const std::string copy = folder.put("kept/copy.120", image_bytes("FROM RADIO"));
+    image_files.places = {folder.file("kept")};
+    native.set_current_folder(folder.path().string());
+    dialogs.names = {copy, folder.file("mine.120")};
+    image_files.mnuOpen_Click();
+    edit("MINE");
+    image_files.mnuSaveOnly_Click();
+    EXPECT_EQ(dialogs.asked.at(1).request.title, "Save File As..");
+    EXPECT_EQ(dialogs.asked.at(1).request.folder, folder.path().string());
+    EXPECT_EQ(tag_in(folder.get("kept/copy.120")), "FROM RADIO");
+    EXPECT_EQ(tag_in(folder.get("mine.120")), "MINE");
+    EXPECT_EQ(image_files.current_path(), folder.file("mine.120"));
+}
+
 TEST_F(Save, after_Save_As_goes_to_the_new_file) {
     start_with("old.120", "OLD");
     dialogs.names.emplace_back(folder.file("new.120"));

@@ -71,7 +71,7 @@ class Completion : public testing::Test {
 
 TEST_F(Completion, every_command_is_offered) {
     std::vector<std::string> all = commands();
-    ASSERT_THAT(all, testing::SizeIs(11));
+    ASSERT_THAT(all, testing::SizeIs(12));
     all.insert(all.end(), {"--help", "--version"});
     EXPECT_THAT(offered({""}), UnorderedElementsAreArray(all));
 }
@@ -111,6 +111,20 @@ TEST_F(Completion, nothing_is_offered_where_nothing_can_follow) {
     EXPECT_THAT(offered({"export", "radio.120", "list.csv", ""}), IsEmpty());
     EXPECT_THAT(offered({"print", "radio.120", "--range", ""}), IsEmpty());
     EXPECT_THAT(offered({"nonsense", ""}), images);
+}
+
+TEST_F(Completion, images_of_the_archive_are_offered_by_their_numbers) {
+    EXPECT_THAT(offered({"archive", ""}), ElementsAre("show", "restore"));
+    EXPECT_THAT(offered({"archive", "restore", ""}), IsEmpty());
+    const fs::path kept =
+        fs::path(installation.environment().at("HOME")) / ".local/share/memwright/radio images";
+    fs::create_directories(kept);
+    for (const char* name : {"2026-01-02 03.04.05 read.120", "2026-01-02 03.04.06 written.120"}) {
+        fs::copy_file(folder() / "radio.120", kept / name);
+    }
+    EXPECT_THAT(offered({"archive", "show", ""}), ElementsAre("1", "2"));
+    EXPECT_THAT(offered({"archive", "show", "1", ""}), IsEmpty());
+    EXPECT_THAT(offered({"archive", "restore", "2", ""}), images);
 }
 
 TEST_F(Completion, options_among_the_arguments_are_not_counted) {
