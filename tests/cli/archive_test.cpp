@@ -69,7 +69,7 @@ TEST_F(Archive, what_is_not_in_the_list_is_not_there) {
     keep("2026-01-02 03.04.05 read.120", first_);
     keep("notes.txt", second_);
     put("a.120", second_);
-    for (const char* const meant : {"0", "2", "-1", "1.0", "99999999999999999999", "notes.txt",
+    for (const char* const meant : {"0", "2", "+1", "1.0", "99999999999999999999", "notes.txt",
                                     "../../../../a.120", "a.120", "2026-01-02 03.04.05 read"}) {
         const Ended ended = run({"archive", "restore", meant, "out.120"});
         EXPECT_EQ(ended.status, 4) << meant;

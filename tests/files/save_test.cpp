@@ -82,7 +82,7 @@ TEST_F(Save, without_a_current_file_is_Save_As) {
 
 TEST_F(Save, of_a_kept_copy_asks_for_a_name_where_the_user_was_before) {
     native.make_folder(folder.file("kept"));
-    const std::string copy = folder.put("kept/copy.120", image_bytes("FROM RADIO"));
+    const std::string copy = folder.put("kept/copy.120", image_bytes("FROM R"));
     image_files.places = {folder.file("kept")};
     native.set_current_folder(folder.path().string());
     dialogs.names = {copy, folder.file("mine.120")};
@@ -91,7 +91,7 @@ TEST_F(Save, of_a_kept_copy_asks_for_a_name_where_the_user_was_before) {
     image_files.mnuSaveOnly_Click();
     EXPECT_EQ(dialogs.asked.at(1).request.title, "Save File As..");
     EXPECT_EQ(dialogs.asked.at(1).request.folder, folder.path().string());
-    EXPECT_EQ(tag_in(folder.get("kept/copy.120")), "FROM RADIO");
+    EXPECT_EQ(tag_in(folder.get("kept/copy.120")), "FROM R");
     EXPECT_EQ(tag_in(folder.get("mine.120")), "MINE");
     EXPECT_EQ(image_files.current_path(), folder.file("mine.120"));
 }
