@@ -87,6 +87,7 @@ TEST_F(Save, of_a_kept_copy_asks_for_a_name_where_the_user_was_before) {
     native.set_current_folder(folder.path().string());
     dialogs.names = {copy, folder.file("mine.120")};
     image_files.mnuOpen_Click();
+    mnuSaveOnly.enabled = true;
     edit("MINE");
     image_files.mnuSaveOnly_Click();
     EXPECT_EQ(dialogs.asked.at(1).request.title, "Save File As..");
