@@ -18,7 +18,7 @@ MemoryImage random_image(unsigned seed, unsigned highest) {
 }
 
 MemoryImage image_of_user() {
-    MemoryFiles files;
+    fakes::MemoryFiles files;
     modVR120 store(files);
     store.MemoryImage = radio::demonstration_memory();
     // The table shows the frequencies of these two as others.

@@ -11,13 +11,13 @@
 #include <string>
 #include <vector>
 
+#include "fakes/memory_files.h"
 #include "fakes/memory_settings.h"
 #include "fakes/scripted_dialogs.h"
 #include "fakes/simulated_port.h"
 #include "fakes/virtual_time.h"
 #include "link/clone_read.h"
 #include "link/clone_write.h"
-#include "link/memory_files.h"
 #include "link/serial_link.h"
 #include "link/transfer_control.h"
 #include "platform/error.h"
@@ -89,7 +89,7 @@ class CloneBench {
     fakes::MemorySettings settings;
     fakes::ScriptedMessageBox messages;
     fakes::ScriptedFileDialogs dialogs;
-    MemoryFiles files;
+    fakes::MemoryFiles files;
 
     modVR120 store{files};
     MSFlexGrid grid{"MSFlexGrid1"};
