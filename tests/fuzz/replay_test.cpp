@@ -73,9 +73,9 @@ TEST(Inputs, belong_to_targets) {
     for (const char* kind : {"seeds", "findings"}) {
         for (const fs::path& folder : files_in(kHere / kind)) {
             if (!fs::is_directory(folder)) continue;
-            EXPECT_TRUE(std::ranges::any_of(
-                targets(), [&](const Target& t) { return folder.filename() == t.name; }))
-                << folder;
+            EXPECT_TRUE(std::ranges::any_of(targets(), [&](const Target& t) {
+                return folder.filename() == t.name;
+            })) << folder;
         }
     }
 }
