@@ -4,12 +4,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 
 #include "fuzz/target.h"
 
+namespace {
+
+// A failed expectation ends the run where it fails, in a way that the fuzzer sees, so that it keeps
+// the input: GoogleTest's own break_on_failure traps, which it does not see.
+class EndAtFailure final : public testing::EmptyTestEventListener {
+    void OnTestPartResult(const testing::TestPartResult& result) override {
+        if (result.failed()) std::abort();
+    }
+};
+
+}  // namespace
+
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
-    // A failed expectation stops where it fails, so that the input is kept.
-    testing::GTEST_FLAG(break_on_failure) = true;
+    auto& listeners = testing::UnitTest::GetInstance()->listeners();
+    listeners.Append(new EndAtFailure);  // GoogleTest deletes it
     return 0;
 }
 

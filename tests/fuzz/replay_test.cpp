@@ -54,13 +54,10 @@ class Replay : public testing::TestWithParam<Target> {
     TemporaryFolder folder;
 };
 
-TEST_P(Replay, every_seed_keeps_the_promises) {
+TEST_P(Replay, every_seed_and_every_finding_keeps_the_promises) {
     const auto seeds = files_in(kHere / "seeds" / GetParam().name);
     EXPECT_GE(seeds.size(), 3U);
     replay(seeds);
-}
-
-TEST_P(Replay, every_input_that_once_failed_keeps_the_promises) {
     replay(files_in(kHere / "findings" / GetParam().name));
 }
 

@@ -42,8 +42,9 @@ Bytes good_one() {
     return bytes;
 }
 
-// Changes of a good one, six bytes each: what to do, in the lowest two bits of the first; three
-// bytes for where, the lowest first; how much; and a value.
+// Changes of a good one, six bytes each: what to do, in the lowest two bits of the first, and in
+// the next whether places are counted from the end; three bytes for where, the lowest first; how
+// much; and a value.
 Bytes changed(Input changes) {
     static const Bytes kGood = good_one();
     constexpr std::size_t kSize = 6;
@@ -51,7 +52,9 @@ Bytes changed(Input changes) {
     for (; changes.size() >= kSize; changes = changes.subspan(kSize)) {
         const std::size_t where =
             changes[1] + std::size_t{changes[2]} * 0x100 + std::size_t{changes[3]} * 0x10000;
-        const auto at = bytes.begin() + static_cast<std::ptrdiff_t>(where % (bytes.size() + 1));
+        const auto place = static_cast<std::ptrdiff_t>(where % (bytes.size() + 1));
+        const bool from_end = (changes[0] & 4U) != 0;
+        const auto at = from_end ? bytes.end() - place : bytes.begin() + place;
         const auto much = std::min<std::ptrdiff_t>(changes[4], bytes.end() - at);
         switch (changes[0] % 4) {
             case 0:
