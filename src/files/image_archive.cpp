@@ -21,6 +21,10 @@ bool is_ours(const std::string& name) {
     return true;
 }
 
+bool is_later(const std::string& name, const std::string& timestamp) {
+    return name.compare(0, timestamp.size(), timestamp) > 0;
+}
+
 }  // namespace
 
 void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
@@ -33,8 +37,11 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
         if (holds(name, image)) return;
         name = stem + " " + std::to_string(n) + kExtension;
     }
-    // The new one is complete before the old one goes.
-    const auto old = names();
+    // The new one is complete before the old one goes. What claims to be of a later time was kept
+    // before the clock was set back, hence before all others.
+    auto old = names();
+    std::ranges::stable_partition(
+        old, [&](const std::string& other) { return !is_later(other, timestamp); });
     files_.replace(path(name), image.bytes());
     std::size_t kept = 1;
     for (const std::string& other : old) {

@@ -12,6 +12,7 @@
 namespace memwright {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -83,6 +84,15 @@ TEST_F(Archive, keeps_the_last_fifty_distinct_ones) {
     archive.keep(image(50), time(51), "read");
     EXPECT_THAT(archive.names(), SizeIs(50));
     EXPECT_EQ(archive.names().back(), "2026-11-21 12.00.02 read.120");
+}
+
+TEST_F(Archive, a_clock_that_was_set_back_costs_the_oldest_ones_not_the_latest) {
+    for (int i = 100; i < 150; ++i) archive.keep(image(i), time(i), "read");
+    for (int i = 0; i < 20; ++i) archive.keep(image(i), time(i), "read");
+    const auto names = archive.names();
+    EXPECT_THAT(names, SizeIs(50));
+    for (int i = 0; i < 20; ++i) EXPECT_THAT(names, Contains(time(i) + " read.120"));
+    for (int i = 120; i < 150; ++i) EXPECT_THAT(names, Contains(time(i) + " read.120"));
 }
 
 TEST_F(Archive, random_images_are_the_last_fifty_distinct_ones_in_the_end) {
