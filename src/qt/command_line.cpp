@@ -1,6 +1,7 @@
 #include "qt/command_line.h"
 
 #include <charconv>
+#include <system_error>
 
 #include "app/version.h"
 #include "platform/native_file.h"
@@ -49,6 +50,13 @@ bool read_port(const std::string& text, std::map<int, std::string>& ports) {
     return true;
 }
 
+// As it is if there is no current folder any more: opening it then tells the user.
+std::string from_the_root_on(const std::string& file) {
+    std::error_code error;
+    const auto path = std::filesystem::absolute(native::path_of(file), error);
+    return error ? file : native::name_of(path);
+}
+
 }  // namespace
 
 Arguments parse_arguments(const std::vector<std::string>& given) {
@@ -60,7 +68,7 @@ Arguments parse_arguments(const std::vector<std::string>& given) {
         if (!option) {
             if (argument.empty()) return wrong("the name of the file is empty.");
             if (!arguments.file.empty()) return wrong("only one FILE can be opened at a time.");
-            arguments.file = native::name_of(std::filesystem::absolute(native::path_of(argument)));
+            arguments.file = from_the_root_on(argument);
         } else if (argument == "--") {
             options_ended = true;
         } else if (argument == "--help") {
