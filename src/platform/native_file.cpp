@@ -37,7 +37,7 @@ bool bring_to_disk(std::FILE* file) {
     return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
 }
 
-void bring_folder_to_disk(const fs::path& /*path*/) {}
+bool bring_folder_to_disk(const fs::path& /*path*/) { return true; }
 
 void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
     std::error_code ignored;
@@ -46,32 +46,51 @@ void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
 
 #else
 
+namespace {
+
+// A signal may come in between.
+template <class Call>
+int retried(const Call& call) {
+    int result = 0;
+    do {
+        result = call();
+    } while (result < 0 && errno == EINTR);
+    return result;
+}
+
+}  // namespace
+
 fs::path path_of(const std::string& name) { return name; }
 
 std::string name_of(const fs::path& path) { return path.native(); }
 
 std::FILE* open_file(const fs::path& path, const char* mode) {
-    std::FILE* const file = std::fopen(path.c_str(), mode);
+    std::FILE* file = nullptr;
+    do {
+        file = std::fopen(path.c_str(), mode);
+    } while (file == nullptr && errno == EINTR);
     if (file != nullptr) std::setvbuf(file, nullptr, _IONBF, 0);
     return file;
 }
 
 bool bring_to_disk(std::FILE* file) {
     if (std::fflush(file) != 0) return false;
-    int result = 0;
-    do {
-        result = fsync(fileno(file));
-    } while (result != 0 && errno == EINTR);
     // Some file systems have nothing to sync to.
-    return result == 0 || errno == EINVAL;
+    return retried([&] { return fsync(fileno(file)); }) == 0 || errno == EINVAL;
 }
 
-void bring_folder_to_disk(const fs::path& path) {
+bool bring_folder_to_disk(const fs::path& path) {
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    fsync(descriptor);
+    const int descriptor =
+        retried([&] { return open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    // A folder that may be written to need not let itself be read; then there is no way to do it.
+    if (descriptor < 0) return errno == EACCES;
+    const int result = retried([&] { return fsync(descriptor); });
+    const int cause = errno;
     close(descriptor);
+    errno = cause;
+    // Some file systems do this for files alone.
+    return result == 0 || cause == EINVAL || cause == EBADF || cause == ENOTSUP;
 }
 
 void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
@@ -98,5 +117,16 @@ bool write_all(std::FILE* file, std::span<const std::uint8_t> bytes) {
     }
     return true;
 }
+
+std::size_t read_all(std::FILE* file, std::span<std::uint8_t> bytes) {
+    std::size_t count = 0;
+    for (;;) {
+        count += std::fread(bytes.data() + count, 1, bytes.size() - count, file);
+        if (count == bytes.size() || std::ferror(file) == 0 || errno != EINTR) return count;
+        std::clearerr(file);
+    }
+}
+
+bool close_file(std::FILE* file) { return std::fclose(file) == 0 || errno == EINTR; }
 
 }  // namespace memwright::native
