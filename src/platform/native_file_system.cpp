@@ -60,13 +60,39 @@ std::string kind_of(fs::file_type type) {
     }
 }
 
-// The file that a path leads to in the end; it need not exist.
-fs::path behind_links(fs::path path) {
-    std::error_code ignored;
-    for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, ignored)); ++i) {
-        path = path.parent_path() / fs::read_symlink(path, ignored);
+// The file that a path leads to in the end; it need not exist. A link that cannot be followed must
+// not be taken for the file: it would be replaced.
+fs::path behind_links(const std::string& shown_name) {
+    fs::path path = native::path_of(shown_name);
+    std::error_code error;
+    for (int i = 0; i < kMostLinks; ++i) {
+        const auto status = fs::symlink_status(path, error);
+        if (fs::is_symlink(status)) {
+            path = path.parent_path() / fs::read_symlink(path, error);
+        } else if (fs::exists(status) || status.type() == fs::file_type::not_found) {
+            return path;
+        }
+        if (error) fail("save", shown_name, error.message(), saving_remedy(error.value()));
     }
     return path;
+}
+
+constexpr const char* kUnfinished = ".memwright-";
+constexpr const char* kUnfinishedEnd = ".tmp";
+
+// Removes the new files of saves that were killed. Those that are being written are younger.
+void clear_away_unfinished(const fs::path& folder) {
+    constexpr std::chrono::hours kSurelyGivenUp{1};
+    const auto now = fs::file_time_type::clock::now();
+    std::error_code error;
+    for (fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error), end;
+         !error && entry != end; entry.increment(error)) {
+        const std::string name = native::name_of(entry->path().filename());
+        if (!name.starts_with(kUnfinished) || !name.ends_with(kUnfinishedEnd)) continue;
+        std::error_code own;
+        const auto written = entry->last_write_time(own);
+        if (!own && now - written > kSurelyGivenUp) fs::remove(entry->path(), own);
+    }
 }
 
 // A new file in the folder of another, which it is to replace; removed unless it did.
@@ -76,7 +102,8 @@ class Replacement {
         : shown_name_(shown_name), target_(target) {
         std::random_device random;
         do {
-            path_ = target.parent_path() / (".memwright-" + std::to_string(random()) + ".tmp");
+            path_ =
+                target.parent_path() / (kUnfinished + std::to_string(random()) + kUnfinishedEnd);
             file_ = native::open_file(path_, "wbx");
         } while (file_ == nullptr && errno == EEXIST);
         if (file_ == nullptr) give_up();
@@ -94,23 +121,33 @@ class Replacement {
     }
 
     void finish(const fs::file_status& old) {
-        if (!native::bring_to_disk(file_)) give_up();
-        if (std::fclose(std::exchange(file_, nullptr)) != 0) give_up();
         if (fs::exists(old)) native::keep_owner_and_permissions(target_, path_);
+        if (!native::bring_to_disk(file_)) give_up();
+        if (!native::close_file(std::exchange(file_, nullptr))) give_up();
         std::error_code error;
         fs::rename(path_, target_, error);
         if (error) {
+            // A server's answer may be lost when the deed is done.
+            std::error_code ignored;
+            if (fs::symlink_status(path_, ignored).type() == fs::file_type::not_found) doubt(error);
             errno = error.value();
             give_up();
         }
         path_.clear();
-        native::bring_folder_to_disk(target_);
+        if (!native::bring_folder_to_disk(target_)) doubt({errno, std::generic_category()});
     }
 
   private:
     [[noreturn]] void give_up() {
         const int cause = errno;
         fail("save", shown_name_, last_cause(), saving_remedy(cause));
+    }
+
+    // It is in place, but nobody can say for how long.
+    [[noreturn]] void doubt(const std::error_code& error) {
+        fail("save", shown_name_, error.message(),
+             "The new content is there now, but the disk does not say that it keeps it. "
+             "Save again, or to another place.");
     }
 
     std::string shown_name_;
@@ -140,7 +177,7 @@ void read_from(const std::string& path, std::size_t first, std::size_t limit, By
         fail("read", path, last_cause(), kReadingRemedy);
     }
     bytes.resize(limit);
-    bytes.resize(std::fread(bytes.data(), 1, limit, file.get()));
+    bytes.resize(native::read_all(file.get(), bytes));
     check_reading(*file, path);
 }
 
@@ -154,7 +191,7 @@ class NativeInputFile final : public InputFile {
 
     std::uint64_t size() const override { return size_; }
     std::size_t read(std::span<std::uint8_t> bytes) override {
-        const std::size_t count = std::fread(bytes.data(), 1, bytes.size(), file_.get());
+        const std::size_t count = native::read_all(file_.get(), bytes);
         check_reading(*file_, path_);
         return count;
     }
@@ -217,7 +254,7 @@ void NativeFileSystem::replace(const std::string& path, std::span<const std::uin
 
 void NativeFileSystem::write(const std::string& path, std::span<const std::uint8_t> bytes,
                              bool keep_rest) {
-    const fs::path target = behind_links(native::path_of(path));
+    const fs::path target = behind_links(path);
     std::error_code error;
     const auto old = fs::status(target, error);
     Bytes rest;
@@ -236,6 +273,7 @@ void NativeFileSystem::write(const std::string& path, std::span<const std::uint8
     replacement.write(bytes);
     replacement.write(rest);
     replacement.finish(old);
+    clear_away_unfinished(target.parent_path());
 }
 
 bool NativeFileSystem::exists(const std::string& path) noexcept {
