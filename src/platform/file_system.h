@@ -49,7 +49,8 @@ class FileSystem {
     // True if the attributes of `path` can be read: files and folders alike. Never fails.
     virtual bool exists(const std::string& path) noexcept = 0;
 
-    // The names of the files in a folder, sorted; none if there is no such folder.
+    // The names of the files in a folder, sorted; none if there is no such folder. Of one that
+    // cannot be listed to its end, it is a failure.
     virtual std::vector<std::string> files_in(const std::string& folder) = 0;
 
     // Makes a folder with those above it, for the user alone, unless it is there already.

@@ -288,11 +288,18 @@ bool NativeFileSystem::exists(const std::string& path) noexcept {
 std::vector<std::string> NativeFileSystem::files_in(const std::string& folder) {
     std::vector<std::string> names;
     std::error_code error;
-    for (fs::directory_iterator entry(native::path_of(folder), error), end; entry != end;
-         entry.increment(error)) {
-        if (error) break;
-        if (entry->is_regular_file(error))
+    std::error_code ignored;
+    fs::directory_iterator entry;
+    do {
+        entry = fs::directory_iterator(native::path_of(folder), error);
+    } while (error == std::errc::interrupted);
+    for (; entry != fs::directory_iterator(); entry.increment(error)) {
+        if (entry->is_regular_file(ignored))
             names.push_back(native::name_of(entry->path().filename()));
+    }
+    if (error && error != std::errc::no_such_file_or_directory &&
+        error != std::errc::not_a_directory) {
+        fail("list the files in", folder, error.message(), "Check that the folder can be read.");
     }
     std::ranges::sort(names);
     return names;
