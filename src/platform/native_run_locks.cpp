@@ -1,7 +1,10 @@
 #include "platform/native_run_locks.h"
 
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
+#include "platform/error.h"
 #include "platform/native_file.h"
 
 #ifdef _WIN32
@@ -15,6 +18,12 @@
 
 namespace memwright {
 namespace {
+
+[[noreturn]] void fail(const std::string& path, const std::error_code& error) {
+    throw FileError(
+        "Cannot lock " + path + ": " + error.message() +
+        ".\nCheck that its folder may be written to and lies on a disk of this machine.");
+}
 
 #ifdef _WIN32
 
@@ -47,11 +56,30 @@ class NativeRunLock final : public RunLock {
     std::string path_;
 };
 
-bool is_at(int file, const std::string& path) {
+int opened(const std::string& path, int flags) {
+    constexpr mode_t kForTheUserAlone = 0600;
+    int file = 0;
+    do {
+        file = open(path.c_str(), O_RDWR | O_CLOEXEC | flags, kForTheUserAlone);
+    } while (file < 0 && errno == EINTR);
+    return file;
+}
+
+// 0 if it is locked now; EWOULDBLOCK if another run has it.
+int cause_against_locking(int file) {
+    int result = 0;
+    do {
+        result = flock(file, LOCK_EX | LOCK_NB);
+    } while (result != 0 && errno == EINTR);
+    return result == 0 ? 0 : errno;
+}
+
+bool is_at(int file, const std::string& path, int& cause) {
     struct stat opened {
     }, there{};
-    return fstat(file, &opened) == 0 && stat(path.c_str(), &there) == 0 &&
-           opened.st_ino == there.st_ino && opened.st_dev == there.st_dev;
+    cause = fstat(file, &opened) == 0 ? 0 : errno;
+    if (cause == 0 && stat(path.c_str(), &there) != 0 && errno != ENOENT) cause = errno;
+    return cause == 0 && opened.st_ino == there.st_ino && opened.st_dev == there.st_dev;
 }
 
 #endif
@@ -65,25 +93,40 @@ std::unique_ptr<RunLock> NativeRunLocks::lock(const std::string& path) {
     const HANDLE file = CreateFileW(native::path_of(path).c_str(), GENERIC_READ | GENERIC_WRITE,
                                     kSharedWithNobody, nullptr, OPEN_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return nullptr;
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD cause = GetLastError();
+        if (cause == ERROR_SHARING_VIOLATION) return nullptr;
+        fail(path, {static_cast<int>(cause), std::system_category()});
+    }
     return std::make_unique<NativeRunLock>(file);
 }
 
 #else
 
 std::unique_ptr<RunLock> NativeRunLocks::lock(const std::string& path) {
-    constexpr mode_t kForTheUserAlone = 0600;
-    for (;;) {
-        const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kForTheUserAlone);
-        if (file < 0) return nullptr;
-        if (flock(file, LOCK_EX | LOCK_NB) != 0) {
-            close(file);
-            return nullptr;
+    constexpr int kMostTries = 100;
+    for (int i = 0; i < kMostTries; ++i) {
+        bool made = true;
+        int file = opened(path, O_CREAT | O_EXCL);
+        if (file < 0 && errno == EEXIST) {
+            made = false;
+            file = opened(path, 0);
+            if (file < 0 && errno == ENOENT) continue;  // removed between the two calls
         }
+        if (file < 0) fail(path, {errno, std::generic_category()});
+        int cause = cause_against_locking(file);
         // Whoever had it may have removed it between the two calls.
-        if (is_at(file, path)) return std::make_unique<NativeRunLock>(file, path);
+        if (cause == 0 && is_at(file, path, cause)) {
+            return std::make_unique<NativeRunLock>(file, path);
+        }
+        const bool held = cause == EWOULDBLOCK;
+        // Where nothing can be locked, no files are to pile up.
+        if (made && cause != 0 && !held) unlink(path.c_str());
         close(file);
+        if (held) return nullptr;
+        if (cause != 0) fail(path, {cause, std::generic_category()});
     }
+    return nullptr;
 }
 
 #endif

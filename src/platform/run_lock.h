@@ -16,7 +16,7 @@ class RunLocks {
   public:
     virtual ~RunLocks() = default;
 
-    // Locks a file name; null if another run holds it, or it cannot be locked.
+    // Locks a file name; null if another run holds it. FileError if it cannot be locked.
     virtual std::unique_ptr<RunLock> lock(const std::string& path) = 0;
 };
 

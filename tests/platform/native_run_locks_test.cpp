@@ -7,11 +7,14 @@
 
 #include "fakes/child_process.h"
 #include "fakes/temporary_folder.h"
+#include "platform/error.h"
 
 namespace memwright {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 // A process that holds a lock until it is killed.
@@ -133,10 +136,19 @@ TEST_F(NativeRunLocksTest, of_many_processes_that_want_it_one_at_a_time_has_it) 
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
-TEST_F(NativeRunLocksTest, what_cannot_be_locked_is_not) {
-    EXPECT_EQ(locks.lock(folder.file("no/such/folder.lock")), nullptr);
+TEST_F(NativeRunLocksTest, what_cannot_be_locked_is_an_error_and_not_held_by_another) {
+    const auto locking = [&](const std::string& name) -> std::string {
+        try {
+            return locks.lock(folder.file(name)) ? "locked" : "held";
+        } catch (const FileError& error) {
+            return error.what();
+        }
+    };
+    EXPECT_THAT(locking("no/such/folder.lock"),
+                AllOf(HasSubstr("Cannot lock " + folder.file("no/such/folder.lock")),
+                      HasSubstr("No such file")));
     std::filesystem::create_directory(folder.path() / "folder.lock");
-    EXPECT_EQ(locks.lock(folder.file("folder.lock")), nullptr);
+    EXPECT_THAT(locking("folder.lock"), HasSubstr("Is a directory"));
     EXPECT_THAT(folder.names(), ElementsAre("folder.lock"));
 }
 
