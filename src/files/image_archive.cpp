@@ -33,13 +33,16 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
     files_.make_folder(folder_);
     const std::string stem = timestamp + " " + what;
     std::string name = stem + kExtension;
-    for (int n = 2; files_.exists(path(name)); ++n) {
+    auto old = names_or_none();
+    const auto is_taken = [&] {
+        return std::ranges::find(old, name) != old.end() || files_.exists(path(name));
+    };
+    for (int n = 2; is_taken(); ++n) {
         if (holds(name, image)) return;
         name = stem + " " + std::to_string(n) + kExtension;
     }
     // The new one is complete before the old one goes. What claims to be of a later time was kept
     // before the clock was set back, hence before all others.
-    auto old = names();
     std::ranges::stable_partition(
         old, [&](const std::string& other) { return !is_later(other, timestamp); });
     files_.replace(path(name), image.bytes());
@@ -54,6 +57,15 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
         } catch (const FileError&) {
             // One too many harms nobody; the next time tries again.
         }
+    }
+}
+
+// No image is turned away because the others cannot be listed.
+std::vector<std::string> ImageArchive::names_or_none() const {
+    try {
+        return names();
+    } catch (const FileError&) {
+        return {};
     }
 }
 

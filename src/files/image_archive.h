@@ -31,6 +31,7 @@ class ImageArchive {
     const std::string& folder() const { return folder_; }
 
   private:
+    std::vector<std::string> names_or_none() const;
     bool holds(const std::string& name, const MemoryImage& image) const;
 
     FileSystem& files_;
