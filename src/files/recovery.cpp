@@ -1,13 +1,30 @@
 #include "files/recovery.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "platform/error.h"
 
 namespace memwright {
 namespace {
 
+using Names = std::vector<std::string>;
+
 constexpr const char* kExtension = ".recovery";
 constexpr const char* kLockExtension = ".lock";
 constexpr const char* kAside = "declined ";
+
+// Asking the system for one file does not tell whether it is missing or cannot be looked at; a list
+// of all does.
+bool is_among(const Names& names, const std::string& name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
+// Of a run that was killed before it had anything to keep, or after.
+bool is_lock_alone(const std::string& name, const Names& names) {
+    if (!name.ends_with(kLockExtension)) return false;
+    return !is_among(names, name.substr(0, name.size() - std::strlen(kLockExtension)));
+}
 
 std::string question(const Snapshot& snapshot) {
     const std::string what =
@@ -68,9 +85,10 @@ void Recovery::write_snapshot() {
 void Recovery::choose_name() {
     constexpr int kMostRuns = 100;
     const std::string stem = desktop_.clock.timestamp() + " ";
+    const Names there = names();
     for (int n = 1; n <= kMostRuns; ++n) {
         own_name_ = stem + std::to_string(n) + kExtension;
-        if (desktop_.files.exists(path(own_name_))) continue;
+        if (is_among(there, own_name_)) continue;
         own_lock_ = desktop_.locks.lock(path(own_name_ + kLockExtension));
         if (own_lock_ != nullptr) return;
     }
@@ -97,9 +115,9 @@ void Recovery::end() {
 bool Recovery::offer() {
     if (desktop_.folder.empty()) return false;
     forget_old_ones();
-    auto names = desktop_.files.files_in(desktop_.folder);
+    const Names found = names();
     // The latest first.
-    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    for (auto name = found.rbegin(); name != found.rend(); ++name) {
         if (!name->ends_with(kExtension) || name->starts_with(kAside)) continue;
         try {
             if (offer(*name)) return true;
@@ -114,7 +132,7 @@ bool Recovery::offer() {
 bool Recovery::offer(const std::string& name) {
     if (own_lock_ != nullptr && name == own_name_) return false;
     auto lock = desktop_.locks.lock(path(name + kLockExtension));
-    if (lock == nullptr || !desktop_.files.exists(path(name))) return false;  // of another run
+    if (lock == nullptr || !is_among(names(), name)) return false;  // of another run
     std::optional<Bytes> bytes;
     const auto snapshot = read(name, bytes);
     if (snapshot && desktop_.messages.show({.text = question(*snapshot),
@@ -159,8 +177,9 @@ void Recovery::restore(const Snapshot& snapshot) {
 
 // Written anew, so that its days aside are counted from now.
 void Recovery::set_aside(const std::string& name, const std::optional<Bytes>& bytes) {
+    const Names there = names();
     std::string aside = kAside + name;
-    for (int n = 2; desktop_.files.exists(path(aside)); ++n) {
+    for (int n = 2; is_among(there, aside); ++n) {
         aside = kAside + std::to_string(n) + " " + name;
     }
     bool copied = false;
@@ -180,10 +199,13 @@ void Recovery::set_aside(const std::string& name, const std::optional<Bytes>& by
 }
 
 void Recovery::forget_old_ones() {
-    for (const std::string& name : desktop_.files.files_in(desktop_.folder)) {
-        if (!name.starts_with(kAside)) continue;
+    const Names there = names();
+    for (const std::string& name : there) {
         try {
-            if (desktop_.files.age_in_days(path(name)) > kDaysAside) {
+            if (is_lock_alone(name, there)) {
+                desktop_.locks.lock(path(name));  // unlocking removes it
+            } else if (name.starts_with(kAside) &&
+                       desktop_.files.age_in_days(path(name)) > kDaysAside) {
                 desktop_.files.remove(path(name));
             }
         } catch (const FileError& error) {

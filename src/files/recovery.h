@@ -80,6 +80,7 @@ class Recovery {
     void restore(const Snapshot& snapshot);
     void set_aside(const std::string& name, const std::optional<Bytes>& bytes);
     void forget_old_ones();
+    std::vector<std::string> names() const { return desktop_.files.files_in(desktop_.folder); }
     std::string path(const std::string& name) const { return desktop_.folder + "/" + name; }
 
     Work work_;
