@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <string>
 #include <system_error>
@@ -41,16 +40,21 @@ class TemporaryFolder {
     // Writes a file; gives its whole name.
     std::string put(const std::string& name, const std::vector<std::uint8_t>& bytes) const {
         std::ofstream out(path_ / name, std::ios::binary);
-        for (const std::uint8_t byte : bytes) out.put(static_cast<char>(byte));
+        out.write(reinterpret_cast<const char*>(bytes.data()),
+                  static_cast<std::streamsize>(bytes.size()));
         out.close();
         EXPECT_TRUE(out.good()) << "cannot write " << name;
         return file(name);
     }
 
     std::vector<std::uint8_t> get(const std::string& name) const {
-        std::ifstream in(path_ / name, std::ios::binary);
+        std::ifstream in(path_ / name, std::ios::binary | std::ios::ate);
         EXPECT_TRUE(in.is_open()) << "cannot read " << name;
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+        std::vector<std::uint8_t> bytes(in.is_open() ? static_cast<std::size_t>(in.tellg()) : 0);
+        in.seekg(0);
+        in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        EXPECT_TRUE(in.good()) << "cannot read " << name;
+        return bytes;
     }
 
     // The names of all that lies in it, sorted.
