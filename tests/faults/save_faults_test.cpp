@@ -17,7 +17,7 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
     void SetUp() override { MEMWRIGHT_NEEDS_TRACING(); }
 
     // Saves to `path`, which leads to the file.
-    void strike(const ReplacedFile& file, const std::string& path) {
+    void strike(const ReplacedFile& file, const std::string& path, bool every_error = false) {
         const Bytes bytes = pattern(kImage, 1);
         const Operation operation{.folder = folder_.path(),
                                   .prepare =
@@ -36,7 +36,8 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
                                           check_unfinished(file.path.parent_path(), ending);
                                           if (ending.said == Said::nothing)
                                               check_next_save(file, path);
-                                      }};
+                                      },
+                                  .every_error = every_error};
         strike_everywhere(operation);
     }
 
@@ -66,7 +67,7 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
 
 TEST_P(SaveFaults, over_an_image_leave_the_old_one_or_the_new_one) {
     const Bytes old = pattern(kImage);
-    strike({folder_.file("a.120"), old, saved_over(old)}, folder_.file("a.120"));
+    strike({folder_.file("a.120"), old, saved_over(old)}, folder_.file("a.120"), true);
 }
 
 TEST_P(SaveFaults, over_a_longer_file_leave_the_old_one_or_the_new_one) {

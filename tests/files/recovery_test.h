@@ -39,7 +39,8 @@ struct Machine {
 // A run of the program. It crashes when it is dropped without end().
 class ProgramRun {
   public:
-    explicit ProgramRun(Machine& machine) : machine_(machine) {
+    explicit ProgramRun(Machine& machine) : ProgramRun(machine, machine.locks) {}
+    ProgramRun(Machine& machine, RunLocks& locks) : machine_(machine), locks_(locks) {
         table.initgrid();
         mnuSaveOnly.enabled = false;
         recovery.begin();
@@ -65,6 +66,7 @@ class ProgramRun {
 
   private:
     Machine& machine_;
+    RunLocks& locks_;
 
   public:
     modVR120 store{machine_.files};
@@ -80,7 +82,7 @@ class ProgramRun {
     std::vector<std::string> notes;
     Recovery recovery{
         {store, table, grid, image_files, window},
-        {machine_.files, machine_.locks, machine_.time, machine_.time, messages, machine_.state},
+        {machine_.files, locks_, machine_.time, machine_.time, messages, machine_.state},
         [this](const std::string& text) { notes.push_back(text); }};
 };
 

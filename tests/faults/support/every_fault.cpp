@@ -2,8 +2,8 @@
 
 #include <cerrno>
 #include <chrono>
+#include <fstream>
 #include <iostream>
-#include <iterator>
 
 namespace memwright::faults {
 namespace {
@@ -115,9 +115,13 @@ std::vector<SystemCall> calls_of(const Operation& operation) {
 }
 
 std::optional<Bytes> content_of(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(path, std::ios::binary | std::ios::ate);
     if (!in.is_open()) return std::nullopt;
-    return Bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    Bytes bytes(static_cast<std::size_t>(in.tellg()));
+    in.seekg(0);
+    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    EXPECT_TRUE(in.good()) << "cannot read " << path;
+    return bytes;
 }
 
 void ReplacedFile::put_back() const {

@@ -91,7 +91,8 @@ class Tracer {
         }
         int signal = 0;
         while (WIFSTOPPED(status)) {
-            if (ptrace(PTRACE_SYSCALL, child_, nullptr, signal) != 0) break;
+            // A killed child goes on by itself to its end, which is waited for all the same.
+            ptrace(PTRACE_SYSCALL, child_, nullptr, signal);
             status = wait_for(child_);
             signal = WIFSTOPPED(status) ? signal_after(WSTOPSIG(status)) : 0;
         }
