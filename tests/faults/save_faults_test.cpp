@@ -22,7 +22,7 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
         const Operation operation{.folder = folder_.path(),
                                   .prepare =
                                       [&] {
-                                          clear_away_unfinished();
+                                          remove_unfinished(folder_.path());
                                           file.put_back();
                                       },
                                   .work = [&]() -> std::string {
@@ -55,11 +55,6 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
             saved.insert(saved.end(), old.begin() + kImage, old.end());
         }
         return saved;
-    }
-    void clear_away_unfinished() const {
-        for (const auto& entry : fs::recursive_directory_iterator(folder_.path())) {
-            if (entry.path().filename().string().starts_with(".memwright-")) fs::remove(entry);
-        }
     }
 
     const TemporaryFolder folder_;

@@ -2,15 +2,11 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-#ifdef __linux__
-#include <sched.h>
-#include <sys/mount.h>
-#endif
 
-#include <fstream>
 #include <vector>
 
 #include "fakes/child_process.h"
+#include "fakes/small_disk.h"
 #include "platform/native_files.h"
 
 namespace memwright {
@@ -19,32 +15,6 @@ namespace {
 using Names = std::vector<std::string>;
 
 class NativeFaults : public BothWaysToSave {};
-
-#ifdef __linux__
-
-// Makes the calling process the administrator of a name space of its own, if it is none.
-bool may_mount() {
-    const uid_t user = geteuid();
-    const gid_t group = getegid();
-    if (user == 0) return unshare(CLONE_NEWNS) == 0;
-    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
-    std::ofstream("/proc/self/setgroups") << "deny";
-    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1";
-    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1";
-    return geteuid() == 0;
-}
-
-// Puts a disk of 12 kilobytes, which nobody else sees, in the place of a folder.
-bool mount_small_disk(const std::string& folder) {
-    return may_mount() && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-           mount("small", folder.c_str(), "tmpfs", 0, "size=12k,mode=777") == 0;
-}
-
-#else
-
-bool mount_small_disk(const std::string& /*folder*/) { return false; }
-
-#endif
 
 // Where no disk can be mounted, files get a limit instead.
 TEST_P(NativeFaults, a_full_disk_keeps_the_old_file_and_leaves_nothing_behind) {

@@ -31,8 +31,8 @@ struct Operation {
     std::function<void(const Ending&)> check;
     std::function<std::string()> words = {};  // of a program that ended with another status than 0
     std::function<bool(const SystemCall&)> strikes = {};  // unless empty, only such calls
-    bool every_error = true;  // or those alone that stand for the others
-    bool must_begin_new = true;
+    bool every_error = true;        // or those alone that stand for the others
+    bool rides_out_signals = true;  // or may say that one made it fail
 };
 
 struct Figures {
@@ -47,7 +47,9 @@ struct Figures {
 
 // Every error at the N-th call that it can come of, once and from then on, for every N until the
 // operation is through before; short reads and writes; interrupted calls; and its end before and
-// after every call. Prints how many there were.
+// after every call. Each fault has to come to pass at as many calls as the operation makes of that
+// kind when it is left alone. Prints how many there were. With the sanitizers some of them have to
+// stand for all.
 Figures strike_everywhere(const Operation& operation);
 
 // Has the work run without a fault; the calls that it makes.
@@ -71,6 +73,9 @@ struct ReplacedFile {
 // Nothing but what is expected lies in the folder: at most one unfinished file after a kill, or
 // where removing it failed.
 void check_unfinished(const std::filesystem::path& folder, const Ending& ending);
+
+// Removes the unfinished files in a folder and those in it.
+void remove_unfinished(const std::filesystem::path& folder);
 
 // Unfinished files of a run that was killed hours ago.
 void make_unfinished_old(const std::filesystem::path& folder);
