@@ -109,5 +109,22 @@ TEST_F(Print, replaces_its_file_whole_or_not_at_all) {
     EXPECT_EQ(folder_.names(), (Words{"folder", "out.pdf", "radio.120", "short.120"}));
 }
 
+// Under a limit, in blocks of 512 bytes, for the length of a file.
+TEST_F(Print, that_finds_no_room_leaves_the_old_file_and_says_why) {
+    put_text("out.pdf", "old");
+    for (const char* const blocks : {"1", "16"}) {
+        systest::Command limited = command({"print", image_, "--pdf", "out.pdf"});
+        limited.arguments = Words{"-c", "trap '' XFSZ; ulimit -f $0; exec \"$@\"", blocks,
+                                  limited.program.string()} +
+                            limited.arguments;
+        limited.program = "/bin/sh";
+        const Ended ended = run_to_end(limited);
+        EXPECT_EQ(ended.status, 4) << ended;
+        EXPECT_THAT(ended.errors, HasSubstr("Cannot save out.pdf: File too large.\n"));
+        EXPECT_EQ(text("out.pdf"), "old");
+        EXPECT_EQ(folder_.names(), (Words{"out.pdf", "radio.120"}));
+    }
+}
+
 }  // namespace
 }  // namespace memwright::cli_tests
