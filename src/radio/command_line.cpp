@@ -136,14 +136,17 @@ is the first line that it prints. Ends on SIGTERM and SIGINT, and when it hangs 
   --fault KIND@BLOCK[:BYTE]...
                    let something go wrong at BLOCK: 0 to 239, opening or closing. Each
                    fault happens once; list it twice to have it in two transfers.
+                   All but trickle happen to what is received, too.
       checksum        the checksum is wrong
       missing-byte    byte BYTE of the frame is left out
       extra-byte      there is a byte more before byte BYTE
-      silence         nothing more is sent until the line is opened anew
-      garbage         random bytes are sent instead
+      silence         nothing is sent after BYTE bytes until the line is opened anew
+      garbage         random bytes come instead, from byte BYTE on
       hang-up         the line drops after BYTE bytes of the frame, sent or received
       block-number    the block has the number BYTE, 231 (if not given) to 255
       trickle         the first BYTE bytes (7 if not given) come slowly
+      flipped-bit     a bit of byte BYTE is flipped
+      doubled         the first BYTE bytes (all if not given) come twice
   --help           print this and exit
   --version        print the version and exit)";
 }

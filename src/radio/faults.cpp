@@ -15,7 +15,7 @@ struct NamedKind {
     FaultKind kind;
 };
 
-constexpr std::array<NamedKind, 8> kKinds = {{
+constexpr std::array<NamedKind, 10> kKinds = {{
     {"checksum", FaultKind::checksum},
     {"missing-byte", FaultKind::missing_byte},
     {"extra-byte", FaultKind::extra_byte},
@@ -24,10 +24,13 @@ constexpr std::array<NamedKind, 8> kKinds = {{
     {"hang-up", FaultKind::hang_up},
     {"block-number", FaultKind::block_number},
     {"trickle", FaultKind::trickle},
+    {"flipped-bit", FaultKind::flipped_bit},
+    {"doubled", FaultKind::doubled},
 }};
 
 constexpr std::uint8_t kExtraByte = 0x55;
 constexpr unsigned kGarbageSeed = 120;
+constexpr std::uint8_t kFlipped = 0x80;
 
 [[noreturn]] void refuse(const std::string& fault, const std::string& cause) {
     throw ConversionError("No such fault: \"" + fault + "\": " + cause + ".");
@@ -60,16 +63,18 @@ Range range_of_byte(const Fault& fault) {
     const int size = frame_size_at(fault.block);
     switch (fault.kind) {
         case FaultKind::missing_byte:
+        case FaultKind::garbage:
+        case FaultKind::flipped_bit:
             return {0, size - 1};
         case FaultKind::extra_byte:
         case FaultKind::hang_up:
+        case FaultKind::silence:
         case FaultKind::trickle:
+        case FaultKind::doubled:
             return {0, size};
         case FaultKind::block_number:
             return {layout::kImageBlocks, 0xFF};
         case FaultKind::checksum:
-        case FaultKind::silence:
-        case FaultKind::garbage:
             break;
     }
     return {0, 0};
@@ -138,7 +143,8 @@ void damage(Bytes& frame, const Fault& fault) {
             break;
         case FaultKind::garbage: {
             std::mt19937 random(kGarbageSeed + static_cast<unsigned>(fault.block - kOpening));
-            std::ranges::generate(frame, [&] { return static_cast<std::uint8_t>(random() >> 24); });
+            std::generate(frame.begin() + fault.byte, frame.end(),
+                          [&] { return static_cast<std::uint8_t>(random() >> 24); });
             break;
         }
         case FaultKind::block_number:
@@ -146,6 +152,16 @@ void damage(Bytes& frame, const Fault& fault) {
                 static_cast<std::uint8_t>(fault.byte == 0 ? layout::kImageBlocks : fault.byte);
             frame.back() = frame_sum(frame);
             break;
+        case FaultKind::flipped_bit:
+            frame[static_cast<std::size_t>(fault.byte)] ^= kFlipped;
+            break;
+        case FaultKind::doubled: {
+            const auto count =
+                fault.byte == 0 ? frame.size() : static_cast<std::size_t>(fault.byte);
+            const Bytes again(frame.begin(), frame.begin() + static_cast<std::ptrdiff_t>(count));
+            frame.insert(frame.begin(), again.begin(), again.end());
+            break;
+        }
         case FaultKind::silence:
         case FaultKind::hang_up:
         case FaultKind::trickle:

@@ -1,7 +1,8 @@
 #pragma once
 
-// What can go wrong on the radio's side of the cable, each fault at a chosen frame. A fault happens
-// once: in the first transfer that reaches its frame. Listed twice, it happens in two transfers.
+// What can go wrong on the radio's side of the cable, each fault at a chosen frame, which the radio
+// sends or receives. A fault happens once: in the first transfer that reaches its frame. Listed
+// twice, it happens in two transfers. Trickle is no matter for a radio that receives.
 
 #include <string>
 #include <string_view>
@@ -15,11 +16,13 @@ enum class FaultKind {
     checksum,      // the checksum is one too high
     missing_byte,  // byte `byte` of the frame is left out
     extra_byte,    // a byte more, before byte `byte` of the frame
-    silence,       // neither this frame nor anything after it, until the line is opened anew
-    garbage,       // as many bytes as the frame has, but random ones (the same in every run)
+    silence,       // `byte` bytes of this frame, and nothing more until the line is opened anew
+    garbage,       // from byte `byte` of the frame on, random bytes (the same in every run)
     hang_up,       // the line drops once `byte` bytes of the frame are through, either way
     block_number,  // a block below 231 carries number `byte` (0 stands for 231), checksum in order
     trickle,       // the first `byte` bytes of the frame come slowly (0 stands for 7)
+    flipped_bit,   // the highest bit of byte `byte` of the frame is the other one
+    doubled,       // the first `byte` bytes of the frame come twice (0 stands for all of it)
 };
 
 // Seven slow bytes are the most that a reader notices nothing of that takes everything 0.1 seconds

@@ -152,6 +152,7 @@ void SimulatedRadio::end_transfer() {
     if (state_ != State::idle) transfer().ended = true;
     state_ = State::idle;
     reception_.reset();
+    held_.clear();
 }
 
 void SimulatedRadio::drop_line() {
@@ -191,19 +192,17 @@ void SimulatedRadio::send_frame(int place, Time now) {
     Bytes frame = frame_at(memory_, place);
     std::size_t slow_bytes = 0;
     bool drops = false;
+    bool goes_silent = false;
     for (const Fault& fault : take_faults(place)) {
         transfer().faults.push_back(fault);
         damage(frame, fault);
-        if (fault.kind == FaultKind::silence) {
-            state_ = State::silent;
-            return;
-        }
         if (fault.kind == FaultKind::trickle) {
             slow_bytes = static_cast<std::size_t>(fault.byte == 0 ? kTrickledBytes : fault.byte);
         }
-        if (fault.kind == FaultKind::hang_up) {
+        if (fault.kind == FaultKind::hang_up || fault.kind == FaultKind::silence) {
             frame.resize(std::min(frame.size(), static_cast<std::size_t>(fault.byte)));
-            drops = true;
+            drops = drops || fault.kind == FaultKind::hang_up;
+            goes_silent = true;
         }
     }
     const std::span<const std::uint8_t> bytes = frame;
@@ -213,8 +212,9 @@ void SimulatedRadio::send_frame(int place, Time now) {
         wire_.put(Wire::Kind::from_radio, bytes.first(slow_bytes), now, gap);
     }
     wire_.put(Wire::Kind::from_radio, bytes.subspan(slow_bytes), now);
-    if (drops) {
-        wire_.mark(Wire::Kind::dropped, now);
+    if (drops) wire_.mark(Wire::Kind::dropped, now);
+    if (goes_silent) {
+        state_ = State::silent;
         return;
     }
     ++transfer().frames;
@@ -235,11 +235,64 @@ std::vector<Fault> SimulatedRadio::take_faults(int place) {
 
 void SimulatedRadio::begin_receiving(std::span<const std::uint8_t> opening_frame, Time now) {
     wire_.radio_stops(now);
-    reception_.emplace(opening_frame, begin_transfer(Direction::receiving));
-    if (take_hang_up(kOpening, kShortFrameSize)) drop_line();
+    Transfer& begun = begin_transfer(Direction::receiving);
+    if (take_hang_up(kOpening, kShortFrameSize)) {
+        drop_line();
+        return;
+    }
+    // However damaged, it is taken for what it was.
+    Bytes frame(opening_frame.begin(), opening_frame.end());
+    if (!damage_is_due(kOpening)) {
+        reception_.emplace(frame, begun);
+        return;
+    }
+    for (const Fault& fault : take_faults(kOpening)) {
+        begun.faults.push_back(fault);
+        damage(frame, fault);
+        if (fault.kind == FaultKind::silence) state_ = State::silent;
+    }
+    if (state_ == State::receiving) reception_.emplace(frame, begun);
 }
 
 void SimulatedRadio::take_byte_of_transfer(std::uint8_t byte, Time now) {
+    const int place = reception_->place();
+    if (reception_->bytes_of_frame() > 0 || !damage_is_due(place)) {
+        take_byte(byte, now);
+        return;
+    }
+    held_.push_back(byte);
+    if (take_hang_up(place, static_cast<int>(held_.size()))) {
+        drop_line();
+    } else if (static_cast<int>(held_.size()) == frame_size_at(place)) {
+        take_damaged_frame(place, now);
+    }
+}
+
+bool SimulatedRadio::damage_is_due(int place) const {
+    return std::ranges::any_of(options_.faults, [place](const Fault& fault) {
+        return fault.block == place && fault.kind != FaultKind::hang_up &&
+               fault.kind != FaultKind::trickle;
+    });
+}
+
+// All of a frame has come, and its faults happen to it before it is looked at.
+void SimulatedRadio::take_damaged_frame(int place, Time now) {
+    Bytes frame = std::exchange(held_, {});
+    bool goes_silent = false;
+    for (const Fault& fault : take_faults(place)) {
+        transfer().faults.push_back(fault);
+        damage(frame, fault);
+        if (fault.kind != FaultKind::silence) continue;
+        frame.resize(std::min(frame.size(), static_cast<std::size_t>(fault.byte)));
+        goes_silent = true;
+    }
+    for (const std::uint8_t byte : frame) {
+        if (state_ == State::receiving) take_byte(byte, now);
+    }
+    if (goes_silent && state_ == State::receiving) state_ = State::silent;
+}
+
+void SimulatedRadio::take_byte(std::uint8_t byte, Time now) {
     const int place = reception_->place();
     const int bytes = reception_->bytes_of_frame() + 1;
     const auto result = reception_->take(byte, transfer());

@@ -75,6 +75,9 @@ class SimulatedRadio {
 
     void begin_receiving(std::span<const std::uint8_t> opening_frame, Time now);
     void take_byte_of_transfer(std::uint8_t byte, Time now);
+    void take_byte(std::uint8_t byte, Time now);
+    bool damage_is_due(int place) const;
+    void take_damaged_frame(int place, Time now);
     bool take_hang_up(int place, int bytes);
 
     Transfer& begin_transfer(Direction direction);
@@ -97,6 +100,7 @@ class SimulatedRadio {
     int next_place_ = kOpening;
     std::vector<int> short_frames_left_;
     std::optional<Reception> reception_;
+    Bytes held_;  // the bytes of a frame that is to be damaged before it is received
 };
 
 }  // namespace memwright::radio

@@ -76,6 +76,30 @@ TEST(Faults, garbage_is_as_long_as_the_block_and_the_same_in_every_run) {
     EXPECT_NE(part_of(once, 3, 11), part_of(right_response(9), 3, 11));
 }
 
+TEST(Faults, garbage_may_begin_in_the_middle) {
+    const Bytes odd = only_odd_response({FaultKind::garbage, 9, 19});
+    ASSERT_EQ(odd.size(), 41U);
+    EXPECT_EQ(part_of(odd, 0, 22), part_of(right_response(9), 0, 22));
+    EXPECT_NE(part_of(odd, 22, 41), part_of(right_response(9), 22, 41));
+}
+
+TEST(Faults, a_flipped_bit_is_one_bit_of_the_chosen_byte) {
+    for (const int byte : {0, 20, 37}) {
+        Bytes right = right_response(9);
+        right[static_cast<std::size_t>(3 + byte)] ^= 0x80;
+        EXPECT_EQ(only_odd_response({FaultKind::flipped_bit, 9, byte}), right);
+    }
+}
+
+TEST(Faults, a_doubled_frame_comes_twice_as_a_whole_or_in_part) {
+    for (const auto& [byte, count] : {std::pair{0, 38}, {19, 19}, {38, 38}}) {
+        const Bytes right = right_response(9);
+        Bytes doubled = part_of(right, 0, 3 + count);
+        doubled.insert(doubled.end(), right.begin() + 3, right.end());
+        EXPECT_EQ(only_odd_response({FaultKind::doubled, 9, byte}), doubled);
+    }
+}
+
 TEST(Faults, a_block_number_past_230_comes_with_the_checksum_that_belongs_to_it) {
     for (const auto& [byte, number] : {std::pair{0, 231}, {231, 231}, {255, 255}}) {
         const Bytes odd = only_odd_response({FaultKind::block_number, 9, byte});
@@ -138,6 +162,21 @@ TEST(Faults, silence_lasts_until_the_line_is_opened_anew) {
         computer.close();
         EXPECT_TRUE(read_radio(computer).finished);
     }
+}
+
+TEST(Faults, silence_may_begin_in_the_middle_of_a_frame) {
+    SimulatedRadio radio(random_image(kSeed), with({{FaultKind::silence, 1, 19}}));
+    Computer computer(radio);
+    computer.open();
+    ASSERT_TRUE(computer.wait_for(8));
+    computer.take();
+    ASSERT_EQ(computer.response(), right_response(0));
+    computer.acknowledge();
+    computer.pass(seconds(100));
+    EXPECT_EQ(computer.take(), part_of(right_response(1), 0, 3 + 19));
+    EXPECT_FALSE(radio.hung_up());
+    computer.close();
+    EXPECT_TRUE(read_radio(computer).finished);
 }
 
 TEST(Faults, silence_at_the_opening_frame_sends_nothing_at_all) {
@@ -214,6 +253,54 @@ TEST(Faults, a_hang_up_happens_while_the_radio_receives_too) {
     }
 }
 
+// What a radio makes of a write in which a fault happens.
+Transfer written_with(const Fault& fault) {
+    SimulatedRadio radio(random_image(kSeed), {.mode = Mode::receive, .faults = {fault}});
+    Computer computer(radio);
+    computer.open();
+    write_frames(computer, frames_of_write(random_image(1)));
+    computer.close();
+    computer.pass(seconds(1));
+    const Transfer& transfer = radio.report().transfers.front();
+    EXPECT_TRUE(transfer.ended);
+    EXPECT_EQ(transfer.faults, std::vector{fault}) << text_of(fault);
+    EXPECT_EQ(radio.memory(), transfer.complete ? random_image(1) : random_image(kSeed));
+    return transfer;
+}
+
+TEST(Faults, damage_what_the_radio_receives_which_then_keeps_its_memory) {
+    for (const int place : {kOpening, 0, 100, 239, kClosing}) {
+        for (const FaultKind kind :
+             {FaultKind::checksum, FaultKind::missing_byte, FaultKind::extra_byte,
+              FaultKind::silence, FaultKind::garbage, FaultKind::flipped_bit}) {
+            EXPECT_FALSE(written_with({kind, place}).complete) << text_of({kind, place});
+        }
+        // A closing frame is expected twice.
+        EXPECT_EQ(written_with({FaultKind::doubled, place}).complete, place == kClosing);
+        EXPECT_FALSE(written_with({FaultKind::doubled, place, 5}).complete);
+    }
+    EXPECT_FALSE(written_with({FaultKind::block_number, 7}).complete);
+}
+
+TEST(Faults, of_a_block_that_is_received_are_counted_by_kind) {
+    EXPECT_EQ(written_with({FaultKind::flipped_bit, 7, 20}).checksum_errors, 1);
+    EXPECT_EQ(written_with({FaultKind::extra_byte, 7, 0}).stray_bytes, 1);
+    EXPECT_EQ(written_with({FaultKind::doubled, 7}).order_errors, 1);
+    EXPECT_EQ(written_with({FaultKind::doubled, 7}).blocks, 241);
+    EXPECT_EQ(written_with({FaultKind::block_number, 7}).order_errors, 2);
+    EXPECT_EQ(written_with({FaultKind::silence, 7, 19}).blocks, 7);
+}
+
+TEST(Faults, that_trickle_are_no_matter_for_what_is_received) {
+    SimulatedRadio radio(random_image(kSeed),
+                         {.mode = Mode::receive, .faults = {{FaultKind::trickle, 7}}});
+    Computer computer(radio);
+    computer.open();
+    write_frames(computer, frames_of_write(random_image(1)));
+    computer.close();
+    EXPECT_EQ(radio.memory(), random_image(1));
+}
+
 TEST(Faults, happen_to_the_opening_and_the_closing_frame_as_well) {
     Read read = read_with({FaultKind::checksum, kOpening});
     EXPECT_EQ(read.opening.back(), 0xCA);
@@ -249,7 +336,8 @@ TEST(Faults, of_several_kinds_happen_to_one_block) {
 TEST(FaultText, is_read_back_as_it_was_written) {
     for (const char* const text :
          {"checksum@0", "missing-byte@239:37", "extra-byte@opening:8", "silence@closing",
-          "garbage@120", "hang-up@closing:3", "block-number@230:240", "trickle@7:38"}) {
+          "garbage@120", "hang-up@closing:3", "block-number@230:240", "trickle@7:38",
+          "silence@3:38", "garbage@120:37", "flipped-bit@opening:7", "doubled@239:38"}) {
         EXPECT_EQ(text_of(fault_from_text(text)), text);
     }
     EXPECT_EQ(fault_from_text("hang-up@opening"), (Fault{FaultKind::hang_up, kOpening, 0}));
@@ -273,6 +361,10 @@ TEST(FaultText, is_refused_for_faults_that_cannot_happen) {
                                    "hang-up@5:",
                                    "hang-up@5:x",
                                    "trickle@5:39",
+                                   "silence@5:39",
+                                   "garbage@5:38",
+                                   "flipped-bit@closing:8",
+                                   "doubled@opening:9",
                                    "block-number@231",
                                    "block-number@opening",
                                    "block-number@5:230",
