@@ -256,6 +256,8 @@ Expected expected_write(const Plan& plan) {
         // A radio that hears nothing any more does not know where it is.
         if (fault.kind != FaultKind::hang_up) continue;
         if (fault.block > silent_from) continue;
+        // Nor does one whose count of blocks was confused.
+        if (plan.faults.size() > 1) expected.close_call = true;
         const double sent = fault.block + 1;
         expected.outcome.end = End::reported;
         expected.outcome.report = "hung up";
@@ -263,7 +265,7 @@ Expected expected_write(const Plan& plan) {
         latest = std::min(latest, (sent + 1) * kFrame);
     }
     if (!plan.cancelled_at || *plan.cancelled_at > latest) return expected;
-    expected.close_call = *plan.cancelled_at > earliest - kLate;
+    if (*plan.cancelled_at > earliest - kLate) expected.close_call = true;
     expected.outcome = {.end = End::cancelled, .report = {}, .image = {}, .doubtful = {}};
     return expected;
 }

@@ -34,7 +34,7 @@ enum class End { complete, reported, cancelled };
 struct Outcome {
     End end = End::complete;
     std::string report = {};  // what the report has to say, if there is one
-    MemoryImage image = {};  // of a complete read
+    MemoryImage image = {};   // of a complete read
     std::vector<int> doubtful = {};
     bool radio_complete = false;  // after a write: the radio has all of it
 };
