@@ -34,9 +34,10 @@ enum class End { complete, reported, cancelled };
 struct Outcome {
     End end = End::complete;
     std::string report = {};  // what the report has to say, if there is one
-    MemoryImage image = {};   // of a complete read
+    // What a complete transfer brings: to the program, or to the radio that takes all of it.
+    MemoryImage image = {};
     std::vector<int> doubtful = {};
-    bool radio_complete = false;  // after a write: the radio has all of it
+    bool radio_takes_it = false;
 };
 
 struct Expected {
@@ -49,6 +50,6 @@ struct Expected {
 
 // `held`: by the radio; `owned`: by the program before.
 Expected expected_read(const Plan& plan, const MemoryImage& held, const MemoryImage& owned);
-Expected expected_write(const Plan& plan);
+Expected expected_write(const Plan& plan, const MemoryImage& owned);
 
 }  // namespace memwright::transfer_tests

@@ -10,8 +10,8 @@ constexpr int kThoroughly = 17;
 }  // namespace
 
 std::string VirtualTransfers::run(const Plan& plan, const MemoryImage& held) {
-    const Expected expected =
-        plan.reads() ? expected_read(plan, held, bench_.owned()) : expected_write(plan);
+    const Expected expected = plan.reads() ? expected_read(plan, held, bench_.owned())
+                                           : expected_write(plan, bench_.owned());
     radio::SimulatedRadio radio(held, plan.options());
     std::string wrong = run(plan, expected, radio);
     if (!plan.reads()) wrong += check_written(expected, held, radio);
@@ -66,8 +66,8 @@ std::string VirtualTransfers::check_written(const Expected& expected, const Memo
         wrong += "other bytes were sent\n";
     }
     time_.run_for(std::chrono::seconds(1));
-    const bool taken = whole && expected.outcome.radio_complete;
-    if (radio.memory() != (taken ? bench_.owned() : held)) {
+    const bool taken = whole && expected.outcome.radio_takes_it;
+    if (radio.memory() != (taken ? expected.outcome.image : held)) {
         wrong += taken ? "the radio did not take it\n" : "the radio took it\n";
     }
     return wrong;
