@@ -24,11 +24,14 @@ namespace memwright::transfer_tests {
 class AnsweringUser final : public MessageBox {
   public:
     std::vector<std::string> reports;
-    int boxes = 0;
+    // While a report is shown.
+    std::function<void()> reading;
 
     Answer show(const Message& message) override {
-        ++boxes;
-        if (message.icon == Icon::critical) reports.push_back(message.text);
+        if (message.icon == Icon::critical) {
+            reports.push_back(message.text);
+            if (reading) reading();
+        }
         if (message.buttons == Buttons::yes_no) return Answer::yes;
         return message.buttons == Buttons::yes_no_cancel ? Answer::no : Answer::ok;
     }
@@ -61,6 +64,11 @@ class TransferBench {
 
     bool running() const { return running_; }
     End ended() const { return ended_; }
+    // What was reported last, "" if nothing was.
+    std::string report() const { return user_.reports.empty() ? "" : user_.reports.back(); }
+    void while_a_report_is_shown(std::function<void()> action) {
+        user_.reading = std::move(action);
+    }
 
     // The user presses Esc.
     void escape() { program_.escape_pressed(); }
