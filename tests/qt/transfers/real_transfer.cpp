@@ -16,7 +16,7 @@ using testing::HasSubstr;
 
 constexpr int kLookInterval = 50;           // milliseconds
 constexpr qint64 kInVain = 2000;            // a status that is the same for so long waits in vain
-constexpr qint64 kTooLong = 4 * 60 * 1000;  // nothing takes so long
+constexpr qint64 kTooLong = 2 * 60 * 1000;  // nothing takes so long
 // Of a core, once nothing goes on any more.
 constexpr double kIdleShare = 0.01;
 
