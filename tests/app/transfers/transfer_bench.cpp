@@ -92,6 +92,7 @@ std::string TransferBench::transfer(const Plan& plan, const Expected& expected) 
              : ends_with(form.Label1.caption, " cancelled.") ? End::cancelled
                                                              : End::complete;
     Outcome outcome = expected.outcome;
+    if (expected.otherwise && expected.otherwise->end == ended_) outcome = *expected.otherwise;
     if (expected.waits)
         outcome = {.end = End::cancelled, .report = {}, .image = {}, .doubtful = {}};
     if (expected.close_call) {

@@ -44,6 +44,8 @@ struct Expected {
     Outcome outcome;
     // Something falls together in time with something else: it may end differently, but it ends.
     bool close_call = false;
+    // How it ends if that something falls the other way, where this is known.
+    std::optional<Outcome> otherwise = {};
     // It comes to no end before the user cancels, who did not plan to.
     bool waits = false;
 };
