@@ -150,7 +150,10 @@ class Tour {
 
 void run(const QString& simulator, const QString& pictures) {
     const QTemporaryDir folder;
+    // What the tour does is nothing to keep among the user's own.
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+    qputenv("XDG_DATA_HOME", folder.filePath("data").toLocal8Bit());
+    qputenv("XDG_STATE_HOME", folder.filePath("state").toLocal8Bit());
     const QString radio_file = folder.filePath("radio.120");
     const QString saved_file = folder.filePath("saved.120");
 
