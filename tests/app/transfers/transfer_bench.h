@@ -14,9 +14,9 @@
 #include "fakes/fake_cell_places.h"
 #include "fakes/fake_window.h"
 #include "fakes/held_locks.h"
+#include "fakes/memory_files.h"
 #include "fakes/memory_settings.h"
 #include "fakes/paper.h"
-#include "link/memory_files.h"
 
 namespace memwright::transfer_tests {
 
@@ -87,7 +87,7 @@ class TransferBench {
     std::string check_image_read(const Outcome& outcome);
 
     MSComm& port_;
-    link_tests::MemoryFiles files_;
+    fakes::MemoryFiles files_;
     fakes::MemorySettings settings_;
     AnsweringUser user_;
     NoFileDialogs dialogs_;
