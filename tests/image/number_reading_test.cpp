@@ -3,6 +3,7 @@
 #include <array>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "fakes/seeded_random.h"
@@ -33,6 +34,14 @@ TEST(NumberReading, reading_stops_at_the_first_character_that_is_no_part_of_it) 
                                          3)),
               4);
     EXPECT_EQ(leading_number("3\xB2"), 3);
+}
+
+TEST(NumberReading, reading_stops_at_the_end_of_a_text_that_is_part_of_a_longer_one) {
+    const std::string_view longer = "145.5125";
+    EXPECT_EQ(leading_number(longer.substr(0, 2)), 14);
+    EXPECT_EQ(leading_number(longer.substr(0, 3)), 145);
+    EXPECT_EQ(leading_number(longer.substr(0, 5)), 145.5);
+    EXPECT_EQ(leading_number(longer.substr(0, 0)), 0);
 }
 
 TEST(NumberReading, there_are_no_exponents) {

@@ -66,6 +66,16 @@ TEST(NumberText, Hex2Bin_gives_nothing_for_an_unknown_first_character) {
     EXPECT_EQ(Hex2Bin("GHI"), "");
 }
 
+// Of all 256 characters, those beside the digits and letters too.
+TEST(NumberText, Hex2Bin_knows_no_other_characters_than_the_digits) {
+    const std::string digits = "0123456789ABCDEFabcdef";
+    for (int code = 0; code < 256; ++code) {
+        const char c = static_cast<char>(code);
+        const bool known = digits.find(c) != std::string::npos;
+        EXPECT_EQ(Hex2Bin(std::string(1, c)).size(), known ? 4U : 0U) << "character " << code;
+    }
+}
+
 TEST(NumberText, Bin2Hex_knows_every_group_in_upper_case) {
     EXPECT_EQ(Bin2Hex("00000001001000110100010101100111"), "01234567");
     EXPECT_EQ(Bin2Hex("10001001101010111100110111101111"), "89ABCDEF");

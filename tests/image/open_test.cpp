@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -74,11 +75,13 @@ TEST(Open, a_file_that_cannot_be_opened_leaves_the_image_as_it_was) {
     EXPECT_EQ(image_of(store), counting(7392));
 }
 
-// A disk that fails after some bytes.
+// A disk that fails behind some bytes, as many as it has or as are wanted of it.
 class FailingFileSystem final : public FileSystem {
   public:
-    void read(const std::string& /*path*/, std::size_t /*limit*/, Bytes& bytes) override {
-        bytes = Bytes(1000, 0x42);
+    explicit FailingFileSystem(std::size_t size) : size_(size) {}
+
+    void read(const std::string& /*path*/, std::size_t limit, Bytes& bytes) override {
+        bytes = Bytes(std::min(size_, limit), 0x42);
         throw FileError("the disk fails");
     }
     void overwrite(const std::string& /*path*/, std::span<const std::uint8_t> /*bytes*/) override {}
@@ -92,10 +95,13 @@ class FailingFileSystem final : public FileSystem {
     int age_in_days(const std::string& /*path*/) override { return 0; }
     std::string current_folder() override { return {}; }
     void set_current_folder(const std::string& /*path*/) override {}
+
+  private:
+    std::size_t size_;
 };
 
 TEST(Open, bytes_read_before_a_failure_stay_in_the_image) {
-    FailingFileSystem files;
+    FailingFileSystem files(1000);
     modVR120 store(files);
     for (int i = 0; i < 7392; ++i) store.MemoryImage.set(i, 0x11);
     EXPECT_THROW(store.OpenVR120("any.120"), FileError);
@@ -103,6 +109,13 @@ TEST(Open, bytes_read_before_a_failure_stay_in_the_image) {
     EXPECT_EQ(store.MemoryImage.get(999), 0x42);
     EXPECT_EQ(store.MemoryImage.get(1000), 0x11);
     EXPECT_EQ(store.MemoryImage.get(7391), 0x11);
+}
+
+TEST(Open, of_a_file_without_an_end_no_more_than_the_image_holds_is_read) {
+    FailingFileSystem files(1'000'000);
+    modVR120 store(files);
+    EXPECT_THROW(store.OpenVR120("any.120"), FileError);
+    EXPECT_EQ(store.MemoryImage.get(7391), 0x42);
 }
 
 TEST(Open, FileExists_is_true_for_files_and_folders_and_false_for_everything_else) {

@@ -134,7 +134,8 @@ class Finder:
         elif kind in (K.BREAK_STMT, K.CONTINUE_STMT):
             self.add(node, '', 'removed')
         elif parent is not None and kind.is_expression() and self.is_statement_place(node, parent):
-            self.add(node, '', 'removed')
+            if kind != K.CXX_THROW_EXPR or not self.never_returns(parents):
+                self.add(node, '', 'removed')
         if kind in (K.IF_STMT, K.WHILE_STMT):
             condition = self.in_parentheses(node)
             self.condition(condition, loop=kind == K.WHILE_STMT)
@@ -144,6 +145,11 @@ class Finder:
             self.condition(list(node.get_children())[-1], loop=True)
         elif kind == K.CONDITIONAL_OPERATOR:
             self.condition(next(node.get_children()), loop=False)
+
+    def never_returns(self, parents):
+        function = next((p for p in parents if p.kind in FUNCTIONS), None)
+        return function is not None and 'noreturn' in self.text(
+            max(0, function.extent.start.offset - len('[[noreturn]] ')), function.location.offset)
 
     def is_statement_place(self, node, parent):
         if parent.kind in (K.COMPOUND_STMT, K.DEFAULT_STMT, K.CASE_STMT):

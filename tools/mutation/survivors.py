@@ -19,7 +19,9 @@ def read(path):
             continue
         if line.startswith('src/'):
             file, text = line.removeprefix('src/').split(': ', 1)
-            place, waiting = (file, text.strip()), []
+            place = (file, text.strip())
+            if waiting and waiting[-1] in reasons:
+                waiting = []
         elif line.startswith('    ') and '  ->  ' in line and place:
             original, shown = line.strip().split('  ->  ')
             again = re.search(r'  #(\d+)$', shown)
