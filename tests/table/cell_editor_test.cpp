@@ -215,6 +215,18 @@ TEST_F(Opening, change_handlers_that_run_while_a_list_is_filled_write_nothing) {
     EXPECT_EQ(changes.count, 0);
 }
 
+// A list control that gets other choices forgets its text, so it has to be told even the same one.
+TEST_F(Opening, tells_the_list_its_text_after_its_choices_be_it_the_same_as_before) {
+    grid.set_text(5, kMode, "Off");
+    grid.set_text(5, kPref, "Off");
+    open(5, kMode);
+    std::vector<std::string> order;
+    const Connection items = CboGrid.items.changed.connect([&] { order.emplace_back("items"); });
+    const Connection texts = CboGrid.text.changed.connect([&] { order.push_back(CboGrid.text); });
+    open(5, kPref);
+    EXPECT_EQ(order, (std::vector<std::string>{"", "items", "Off"}));
+}
+
 TEST_F(Opening, an_empty_cell_leaves_the_lists_text_empty) {
     grid.set_text(5, kMode, "WFM");
     open(5, kMode);

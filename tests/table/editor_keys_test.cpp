@@ -105,14 +105,14 @@ TEST_F(EditorKeys, up_moves_to_the_row_above_and_not_from_the_first) {
     for (const int row : {2, 499, 500, 640}) {
         for (const int col : {1, 2}) {
             open(row, col);
-            press(Key::up);
+            EXPECT_TRUE(press(Key::up));
             expect_open(row - 1, col);
         }
     }
     for (const int col : {1, 2}) {
         open_with_caret(1, col, "1", 0);
         places.shown.clear();
-        press(Key::up);
+        EXPECT_TRUE(press(Key::up)) << "it never acts inside the text";
         expect_cell(1, col);
         EXPECT_TRUE(places.shown.empty()) << "nothing was opened anew";
         EXPECT_EQ(TxtGrid.text.get(), "1");
@@ -188,9 +188,11 @@ TEST_F(EditorKeys, right_acts_inside_the_text_everywhere_else) {
     EXPECT_FALSE(press(Key::right));
     expect_cell(7, kTag);
     for (const int col : {kFreq, kShift, kNameless}) {
-        open_with_caret(7, col, "12", 2);
-        EXPECT_FALSE(press(Key::right));
-        expect_cell(7, col);
+        for (const std::size_t caret : {0U, 1U, 2U}) {
+            open_with_caret(7, col, "12", caret);
+            EXPECT_FALSE(press(Key::right));
+            expect_cell(7, col);
+        }
     }
 }
 
@@ -206,9 +208,11 @@ TEST_F(EditorKeys, left_acts_inside_the_text_everywhere_else) {
     open_with_caret(7, kFreq, "12", 1);
     EXPECT_FALSE(press(Key::left));
     expect_cell(7, kFreq);
-    open_with_caret(7, kTag, "AB", 0);
-    EXPECT_FALSE(press(Key::left));
-    expect_cell(7, kTag);
+    for (const std::size_t caret : {0U, 1U, 2U}) {
+        open_with_caret(7, kTag, "AB", caret);
+        EXPECT_FALSE(press(Key::left));
+        expect_cell(7, kTag);
+    }
 }
 
 TEST_F(EditorKeys, other_keys_act_inside_the_text) {

@@ -60,6 +60,8 @@ TEST_F(GridMouse, nothing_is_picked_at_the_start) {
     fill(5);
     for (int col = 1; col < 15; ++col) mouse_down(5, col, MouseButton::right);
     EXPECT_EQ(fields(5), filled(5, 14));
+    mouse_down(5, kLabel, MouseButton::right);
+    EXPECT_EQ(text(5, kLabel), "Bank 0 - 4");
 }
 
 TEST_F(GridMouse, a_left_click_picks_a_cells_text_and_column) {

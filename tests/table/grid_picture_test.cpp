@@ -87,6 +87,23 @@ TEST_F(GridPicture, the_rules_run_around_every_cell_and_twice_nowhere) {
     EXPECT_THAT(down, ElementsAre(0, 1000, 1500));
 }
 
+TEST_F(GridPicture, the_rule_of_a_first_column_that_is_not_seen_runs_once) {
+    grid_.set_col_width(0, 0);
+    grid_.set_col_width(1, 700);
+    std::multiset<double> down;
+    for (const Picture::Line& line : picture_of(grid_, 0).lines) {
+        if (line.x1 == line.x2) down.insert(line.x1);
+    }
+    EXPECT_THAT(down, ElementsAre(0, 700, 1200));
+}
+
+TEST_F(GridPicture, rules_are_grey_shades_lighter_and_texts_of_9_points) {
+    const Picture picture = picture_of(grid_, 1);
+    for (const Picture::Line& line : picture.lines) EXPECT_EQ(line.colour, 0xA0A0A0U);
+    for (const auto& fill : picture.fills) EXPECT_EQ(fill.colour, 0xE8E8E8U);
+    for (const auto& text : picture.texts) EXPECT_EQ(text.points, 9);
+}
+
 TEST_F(GridPicture, headings_are_shaded_and_bold_and_so_are_fixed_columns) {
     const auto places = [](const Picture& picture) {
         std::set<std::pair<double, double>> found;

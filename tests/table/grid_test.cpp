@@ -36,6 +36,15 @@ TEST_F(GridTest, starts_with_empty_cells_in_the_users_own_colour) {
     EXPECT_EQ(grid.Row(), 0);
     EXPECT_EQ(grid.Col(), 0);
     EXPECT_TRUE(grid.Redraw());
+    EXPECT_EQ(grid.ColWidth(4), 960);
+    EXPECT_EQ(grid.RowHeight(9), 240);
+}
+
+TEST(RowRanges, hold_their_first_and_their_last_row_and_none_beside_them) {
+    const RowRange range{3, 5};
+    for (int row = 0; row < 8; ++row) EXPECT_EQ(range.contains(row), row >= 3 && row <= 5) << row;
+    EXPECT_TRUE((RowRange{3, 3}).contains(3));
+    for (int row = -1; row < 3; ++row) EXPECT_FALSE(RowRange{}.contains(row)) << "none at first";
 }
 
 TEST_F(GridTest, a_text_or_a_colour_signals_its_cell) {
@@ -141,6 +150,7 @@ TEST_F(GridTest, clear_empties_every_cell_and_keeps_the_layout) {
     ASSERT_EQ(changes.size(), 1U);
     EXPECT_EQ(changes[0].first_row, 0);
     EXPECT_EQ(changes[0].last_row, 9);
+    EXPECT_EQ(changes[0].first_col, 0);
     EXPECT_EQ(changes[0].last_col, 4);
     for (int row = 0; row < 10; ++row) {
         for (int col = 0; col < 5; ++col) {
@@ -169,7 +179,9 @@ TEST_F(GridTest, a_smaller_grid_takes_the_current_cell_along) {
     EXPECT_EQ(grid.Row(), 2);
     EXPECT_EQ(grid.Col(), 1);
     grid.set_rows(0);
+    grid.set_cols(0);
     EXPECT_EQ(grid.Row(), 0);
+    EXPECT_EQ(grid.Col(), 0);
 }
 
 TEST_F(GridTest, a_larger_grid_keeps_what_stands_in_it) {

@@ -172,7 +172,9 @@ TEST_F(RowBuffer, deleting_skips_the_headings) {
 TEST_F(RowBuffer, with_nothing_selected_deleting_and_cutting_empty_no_row) {
     for (const int row : {1, 2}) fill(row);
     go_to(1, kFreq);
+    rows.reset_buffer();
     rows.Command3_Click();
+    EXPECT_EQ(records(), 0U);
     rows.mnuCut_Click();
     for (const int row : {1, 2}) EXPECT_EQ(fields(row), filled(row, 14));
     EXPECT_EQ(text(0, kTag), "Tag");

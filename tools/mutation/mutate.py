@@ -63,7 +63,8 @@ def run(copy, program, variables, seconds, names=None):
     scratch = copy.work / 'scratch' / f'{os.getpid()}-{program}-{time.monotonic_ns()}'
     scratch.mkdir(parents=True)
     environment = {**os.environ, 'TMPDIR': str(scratch), 'HOME': str(scratch),
-                   'GTEST_FAIL_FAST': '1' if names else '0', 'GTEST_BRIEF': '1', **variables}
+                   'GTEST_FAIL_FAST': '1' if names else '0', 'GTEST_BRIEF': '1',
+                   'MEMWRIGHT_SEED': '1', **variables}
     for name in ('XDG_DATA_HOME', 'XDG_STATE_HOME', 'XDG_CONFIG_HOME', 'XDG_RUNTIME_DIR'):
         environment[name] = str(scratch)
     command = ['prlimit', f'--cpu={int(seconds)}', '--core=0', '--as=4000000000',

@@ -102,7 +102,7 @@ class Finder:
         if kind in SKIPPED:
             return
         if kind in (K.VAR_DECL, K.FIELD_DECL):
-            if self.is_constant(node):
+            if self.is_constant(node, parents):
                 return
             for child in node.get_children():
                 if self.span(child)[0] > node.location.offset:
@@ -120,9 +120,11 @@ class Finder:
             if self.span(child)[0] >= begin:
                 self.visit(child, parents + [node])
 
-    def is_constant(self, node):
-        before = self.text(node.extent.start.offset, max(node.location.offset, node.extent.start.offset))
-        return 'constexpr' in before
+    def is_constant(self, node, parents):
+        # Of several that are declared at once, the first says it.
+        declared = parents[-1] if parents and parents[-1].kind == K.DECL_STMT else node
+        begin = declared.extent.start.offset
+        return 'constexpr' in self.text(begin, max(node.location.offset, begin))
 
     # Statements -------------------------------------------------------------------------------
 
