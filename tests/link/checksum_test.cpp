@@ -46,6 +46,7 @@ TEST(Checksum, it_is_written_in_decimal_without_zeros_in_front) {
 TEST(Checksum, bytes_that_are_not_there_are_an_IndexError) {
     EXPECT_THROW(CalcChecksum(Bytes(40), 3, 40), IndexError);
     EXPECT_THROW(CalcChecksum(Bytes{}, 0, 0), IndexError);
+    EXPECT_THROW(CalcChecksum(Bytes(40), 5, 3), IndexError) << "it ends before it begins";
 }
 
 TEST(Checksum, it_is_what_is_left_when_256_is_taken_from_the_sum_as_often_as_it_goes) {

@@ -211,9 +211,10 @@ TEST(CloneRead, the_user_sees_whether_anything_arrives_at_all_while_it_listens) 
 
 TEST(CloneRead, the_result_is_Success_and_empty_when_the_instructions_are_cancelled) {
     CloneBench bench(sending());
-    bench.messages.answers = {Answer::cancel, Answer::ok};
+    bench.messages.answers = {Answer::cancel, Answer::ok, Answer::cancel};
     EXPECT_EQ(bench.read.ReadFromVR120(), "");
     EXPECT_EQ(bench.read.ReadFromVR120(), "Success");
+    EXPECT_EQ(bench.read.ReadFromVR120(), "") << "not the one before";
 }
 
 TEST(CloneRead, a_second_read_replaces_the_first) {

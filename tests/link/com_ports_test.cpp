@@ -37,6 +37,14 @@ class ComPortsTest : public testing::Test {
         return paths;
     }
 
+    // However the system lists them.
+    void expect_before(const std::string& a, const std::string& b) {
+        devices.present = {{a, "", false}, {b, "", false}};
+        EXPECT_THAT(order(), ElementsAre(a, b));
+        devices.present = {{b, "", false}, {a, "", false}};
+        EXPECT_THAT(order(), ElementsAre(a, b));
+    }
+
     std::string refusal(int number) {
         try {
             ports().device_of(number);
@@ -147,6 +155,17 @@ TEST_F(ComPortsTest, the_order_is_the_same_however_the_system_lists_them) {
         ++orders;
     } while (std::next_permutation(present.begin(), present.end(), by_path));
     EXPECT_EQ(orders, 720);
+}
+
+TEST_F(ComPortsTest, names_are_ordered_by_their_texts_and_numbers_from_the_left) {
+    expect_before("a2", "b1");
+    expect_before("tty0", "ttyS");
+    expect_before("tty1", "tty02");
+    expect_before("tty2-if00", "tty10");
+    expect_before("tty2b", "tty10a");
+    expect_before("007", "8");
+    expect_before("tty", "tty\xC3\xBC");
+    expect_before("tty7", "tty7\xC3\xBC");
 }
 
 TEST_F(ComPortsTest, numbers_of_any_length_are_compared) {

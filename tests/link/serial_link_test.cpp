@@ -76,6 +76,13 @@ TEST_F(SerialLinkTest, a_pause_lasts_as_long_as_asked) {
     EXPECT_LE(longer, 7301ms);
 }
 
+TEST_F(SerialLinkTest, a_pause_from_a_whole_second_on_is_not_a_millisecond_longer) {
+    for (const auto& [seconds, time] : {std::pair(0.05, 50ms), std::pair(0.002, 2ms)}) {
+        bench.time.set_time_of_day(0);
+        EXPECT_EQ(pause(seconds), time);
+    }
+}
+
 TEST_F(SerialLinkTest, a_pause_of_no_time_returns_at_once) {
     EXPECT_EQ(pause(0), 0ms);
     EXPECT_EQ(pause(-1), 0ms);
@@ -122,6 +129,30 @@ TEST_F(SerialLinkTest, a_clock_that_is_put_back_a_little_never_shortens_a_pause)
     const Time longer = pause(0.1);
     EXPECT_GE(longer, 5100ms);
     EXPECT_LE(longer, 5101ms);
+}
+
+// What passes midnight puts the time of day back by more than half a day at once; the pause then
+// ends where it began, otherwise where it would have ended.
+TEST_F(SerialLinkTest, only_more_than_half_a_day_at_once_passes_for_midnight) {
+    constexpr double kStart = 50000;
+    const struct {
+        std::vector<double> put_to;
+        Time lasts;
+    } examples[] = {{{6800}, 10ms + 12h + 100ms},
+                    {{6799.5}, 10ms + 12h + 500ms},
+                    {{25000, 1000}, 20ms + 25000s - 10ms + 24000s + 110ms}};
+    bench.time.end = 96h;
+    for (const auto& [put_to, lasts] : examples) {
+        bench.time.set_time_of_day(kStart);
+        Time delay = 0ms;
+        for (const double time_of_day : put_to) {
+            delay += 10ms;
+            bench.time.after(delay, [=, this] { bench.time.set_time_of_day(time_of_day); });
+        }
+        const Time lasted = pause(0.1);
+        EXPECT_GE(lasted, lasts) << put_to.front();
+        EXPECT_LE(lasted, lasts + 1ms) << put_to.front();
+    }
 }
 
 TEST_F(SerialLinkTest, waiting_for_bytes_ends_with_the_event_that_brings_the_last_of_them) {

@@ -149,6 +149,9 @@ TEST_F(TransferControlTest, without_a_transfer_neither_the_button_nor_the_end_do
     EXPECT_NO_THROW(bench.control.check());
     EXPECT_TRUE(bench.journal.empty());
     bench.control.run(Kind::read, [this] { EXPECT_NO_THROW(bench.control.check()); });
+    bench.control.run(Kind::write, [] {});
+    bench.control.button_click();
+    EXPECT_TRUE(bench.messages.shown.empty()) << "the write that is over is not asked about";
 }
 
 TEST_F(TransferControlTest, cancelling_a_write_is_asked_about_first) {

@@ -35,8 +35,12 @@ class Programs:
 
     def look_at(self, program):
         log = self.copy.work / f'{program}.reached'
+        log.unlink(missing_ok=True)
         run(self.copy, program, {'REACH_LOG': str(log)}, 3600)
-        for line in log.read_text().splitlines():
+        lines = log.read_text().splitlines() if log.exists() else []
+        if not lines or lines[-1] != 'end':
+            sys.exit(f'{self.copy.out / "bin" / program} does not come to its end without a mutant.')
+        for line in lines[:-1]:
             name, milliseconds, mutants = line.split('\t')
             if name.startswith('failed '):
                 self.failed.append(f'{program}: {name[7:]}')
@@ -68,7 +72,7 @@ def run(copy, program, variables, seconds, names=None):
     for name in ('XDG_DATA_HOME', 'XDG_STATE_HOME', 'XDG_CONFIG_HOME', 'XDG_RUNTIME_DIR'):
         environment[name] = str(scratch)
     command = ['prlimit', f'--cpu={int(seconds)}', '--core=0', '--as=4000000000',
-               '--fsize=500000000', copy.out / 'bin' / program]
+               '--fsize=70000000000', copy.out / 'bin' / program]
     if names:
         flags = scratch / 'flags'
         flags.write_text('--gtest_filter=' + ':'.join(names) + '\n')

@@ -136,7 +136,7 @@ class Finder:
         elif kind in (K.BREAK_STMT, K.CONTINUE_STMT):
             self.add(node, '', 'removed')
         elif parent is not None and kind.is_expression() and self.is_statement_place(node, parent):
-            if kind != K.CXX_THROW_EXPR or not self.never_returns(parents):
+            if self.inner(node).kind != K.CXX_THROW_EXPR or not self.never_returns(parents):
                 self.add(node, '', 'removed')
         if kind in (K.IF_STMT, K.WHILE_STMT):
             condition = self.in_parentheses(node)

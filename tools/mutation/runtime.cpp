@@ -1,7 +1,7 @@
 // Linked into every test program of the mutated copy. MUTANT is the number of the active mutant.
 // REACH_LOG names a file that gets a line for each test case: its name, its milliseconds and the
 // mutants that it reached, with tabs between them; a line without a name has those that were reached
-// outside of the cases.
+// outside of the cases, and "end" is the last one.
 
 #include <gtest/gtest.h>
 
@@ -38,7 +38,11 @@ class ReachLog : public testing::EmptyTestEventListener {
         write(result.Passed() ? name : "failed " + name, static_cast<long>(result.elapsed_time()));
     }
 
-    void OnTestProgramEnd(const testing::UnitTest&) override { write("", 0); }
+    void OnTestProgramEnd(const testing::UnitTest&) override {
+        write("", 0);
+        std::fputs("end\n", file_);
+        std::fflush(file_);
+    }
 
   private:
     void write(const std::string& name, long milliseconds) {

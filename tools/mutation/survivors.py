@@ -44,8 +44,8 @@ def tell_stale(outcomes, explained, copy):
     killed = {m.key for m, v in outcomes if v in ('killed', 'timed out')}
     for key in explained:
         if key not in there:
-            print(f'survivors.txt names what is no longer there: src/{key[0]}: {key[2]}  ->  {key[3]}',
+            print(f'survivors.txt names what is no longer there: src/{key[0]}: {key[1]}: {key[2]}  ->  {key[3]}',
                   file=sys.stderr)
         elif key in killed:
-            print(f'survivors.txt explains what a test notices: src/{key[0]}: {key[2]}  ->  {key[3]}',
+            print(f'survivors.txt explains what a test notices: src/{key[0]}: {key[1]}: {key[2]}  ->  {key[3]}',
                   file=sys.stderr)
