@@ -2,6 +2,7 @@
 
 // Locks of several runs within one process.
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -12,9 +13,11 @@ namespace memwright::fakes {
 
 class HeldLocks final : public RunLocks {
   public:
-    std::set<std::string> held;  // by whichever run
+    std::set<std::string> held;                             // by whichever run
+    std::function<void(const std::string&)> while_locking;  // what another run does meanwhile
 
     std::unique_ptr<RunLock> lock(const std::string& path) override {
+        if (while_locking) while_locking(path);
         if (!held.insert(path).second) return nullptr;
         return std::make_unique<Held>(*this, path);
     }

@@ -142,6 +142,20 @@ TEST_F(ImportFile, does_not_take_a_short_line_behind_a_label_for_a_part_of_it) {
     EXPECT_EQ(row(1).tag, "A\nB");
 }
 
+TEST_F(ImportFile, puts_together_only_what_a_quoted_label_can_be) {
+    const std::string cause = "it has 1 field instead of five: Ch,MHz,Mode,Pref,Label";
+    EXPECT_EQ(import_lines("0,145.00000,NFM,,A\nx\"\n"), report(3, cause, "x\""))
+        << "it has no quote in front";
+    EXPECT_EQ(import_lines("0,145.00000,NFM,,\"A\",B\nx\"\n"), report(3, cause, "x\""))
+        << "it does not end the line";
+    EXPECT_EQ(import_lines("0,145.00000,NFM,,\"ABC\nDEF\"\n"), report(3, cause, "DEF\""))
+        << "it has seven characters";
+    EXPECT_EQ(import_lines("0,145.00000,NFM,,\"A\nB\"\nx\n"), report(4, cause, "x"))
+        << "it has ended";
+    EXPECT_EQ(import_lines("0,145.00000,NFM,,\"ABCDEFGH\"\n"), "imported");
+    EXPECT_EQ(row(1).tag, "ABCDEF");
+}
+
 TEST_F(ImportFile, takes_the_shortest_line_behind_an_empty_label_for_a_line) {
     fill(1, {"GOES", "145.00000"});
     EXPECT_EQ(import_lines("5,145.00000,NFM,,\"\"\n,,,,\"\n1,118.10000,AM,,\"B\"\n"), "imported");

@@ -238,6 +238,11 @@ TEST_F(Import, notes_no_more_than_the_beginning_of_a_long_frequency) {
     EXPECT_EQ(display.notes,
               std::vector<std::string>{
                   "Line 2 was skipped: the radio cannot receive 339.50000000... MHz."});
+    EXPECT_EQ(import_lines("0,339.50000000,NFM,,\"X\"\r\n0,339.500000001,NFM,,\"X\"\r\n"),
+              "imported");
+    EXPECT_EQ(display.notes.back(),
+              "Line 2 was skipped: the radio cannot receive 339.50000000 MHz.\r\n"
+              "Line 3 was skipped: the radio cannot receive 339.50000000... MHz.");
 }
 
 }  // namespace

@@ -113,18 +113,22 @@ TEST_F(Archive, random_images_are_the_last_fifty_distinct_ones_in_the_end) {
 }
 
 TEST_F(Archive, what_the_user_saved_in_its_folder_is_never_listed_nor_removed) {
-    put("mine.120", bytes(image(1)));
-    put("2026-11-21 mine.120", bytes(image(1)));
-    put("2026-11-21 12.00.xx read.120", bytes(image(1)));
-    put("2026-11-21 12.00.00 read.tk1", bytes(image(1)));
+    const std::vector<std::string> names = {
+        ".120",
+        "mine.120",
+        "2026-11-21 mine.120",
+        "2026-11-21 12.00.xx read.120",
+        "2026-11-21 12.00.00 read.tk1",
+        "x026-11-21 12.00.00 read.120",
+        "2026-11-2- 12.00.00 read.120",
+        "2026-11-2: 12.00.00 read.120",
+        "2026-11-21T12.00.00 read.120",
+    };
+    for (const std::string& name : names) put(name, bytes(image(1)));
     EXPECT_THAT(archive.names(), IsEmpty());
     for (int i = 0; i < 60; ++i) archive.keep(image(i), time(i), "read");
     EXPECT_THAT(archive.names(), SizeIs(50));
-    for (const char* const name :
-         {"mine.120", "2026-11-21 mine.120", "2026-11-21 12.00.xx read.120",
-          "2026-11-21 12.00.00 read.tk1"}) {
-        EXPECT_EQ(kept(name), bytes(image(1))) << name;
-    }
+    for (const std::string& name : names) EXPECT_EQ(kept(name), bytes(image(1))) << name;
 }
 
 TEST_F(Archive, a_file_of_its_own_name_that_holds_something_else_is_left) {
@@ -142,6 +146,16 @@ TEST_F(Archive, a_file_that_only_begins_as_the_image_does_is_another_one) {
     put(time(0) + " read.120", longer);
     archive.keep(image(1), time(1), "read");
     EXPECT_THAT(archive.names(), SizeIs(2));
+}
+
+TEST_F(Archive, those_that_cannot_be_read_are_other_ones_and_stay) {
+    archive.keep(image(1), time(1), "read");
+    archive.keep(image(2), time(2), "read");
+    files.reading_fails = true;
+    archive.keep(image(2), time(2), "read");
+    EXPECT_THAT(archive.names(),
+                ElementsAre("2026-11-21 12.00.02 read.120", "2026-11-21 12.00.02 read 2.120",
+                            "2026-11-21 12.00.01 read.120"));
 }
 
 TEST_F(Archive, a_full_disk_is_told_and_costs_none_of_the_old_ones) {

@@ -219,6 +219,7 @@ TEST(LineReader, refuses_a_line_that_does_not_end_and_says_which_one) {
         EXPECT_EQ(line.cause, "it is longer than 1048576 characters");
     }
     EXPECT_LE(pieces, LineReader::kLongestLine / LineReader::kChunk + 1) << "not read to its end";
+    EXPECT_THROW(lines_of(std::string(LineReader::kLongestLine + 1, 'x')), BadLine);
 }
 
 }  // namespace

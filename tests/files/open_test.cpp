@@ -32,6 +32,13 @@ TEST_F(Open, asks_for_a_file_with_two_filters_in_the_last_used_folder) {
     EXPECT_EQ(request.folder, "/home/radio");
 }
 
+TEST_F(Open, finds_a_name_without_a_folder_in_the_current_one) {
+    folder.put("mem.120", image_bytes("LOCAL"));
+    open("mem.120");
+    EXPECT_EQ(shown_tag(), "LOCAL");
+    EXPECT_EQ(native.current_folder(), folder.path().string());
+}
+
 TEST_F(Open, shows_the_file_in_the_table_and_its_path_in_the_caption) {
     const std::string path = folder.put("mem.120", image_bytes("LOCAL"));
     grid.enabled = false;

@@ -277,6 +277,21 @@ TEST_F(RecoveryTest, a_huge_one_is_set_aside_unread) {
     EXPECT_FALSE(next->offered());
     EXPECT_THAT(next->notes, SizeIs(1));
     EXPECT_THAT(left(), ElementsAre(kDeclined));
+    EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(machine.state) / kDeclined),
+              1ULL << 36);
+}
+
+TEST_F(RecoveryTest, more_than_64_megabytes_are_too_large) {
+    constexpr std::uint64_t kLargest = 64ULL * 1024 * 1024;
+    for (const auto& [size, cause] : {std::pair(kLargest, "This is no recovery file"),
+                                      std::pair(kLargest + 1, "It is too large.")}) {
+        put(kFirst, {});
+        std::filesystem::resize_file(std::filesystem::path(machine.state) / kFirst, size);
+        const auto next = start();
+        EXPECT_FALSE(next->offered());
+        EXPECT_THAT(next->notes, ElementsAre(HasSubstr(cause)));
+        std::filesystem::remove_all(machine.state);
+    }
 }
 
 TEST_F(RecoveryTest, one_that_cannot_be_read_stands_in_no_others_way) {
@@ -309,6 +324,52 @@ TEST_F(RecoveryTest, an_old_declined_one_that_cannot_be_removed_stands_in_no_one
     const auto next = start();
     EXPECT_TRUE(next->offered(Answer::yes));
     EXPECT_EQ(next->tag(), "A");
+    EXPECT_THAT(next->notes, ElementsAre(HasSubstr("Cannot remove")));
+}
+
+TEST_F(RecoveryTest, one_that_another_run_takes_meanwhile_is_not_asked_about) {
+    crash_with("A");
+    machine.locks.while_locking = [this](const std::string&) {
+        std::filesystem::remove(std::filesystem::path(machine.state) / kFirst);
+    };
+    const auto next = start();
+    EXPECT_FALSE(next->offered());
+    EXPECT_THAT(next->notes, IsEmpty());
+}
+
+TEST_F(RecoveryTest, what_is_restored_replaces_all_that_the_run_had) {
+    crash_with("A");
+    const auto run = start();
+    run->type("B");
+    run->grid.set_text(2, kMasked, "True");
+    run->table.MaskColor();
+    machine.time.run_for(1s);
+    ASSERT_THAT(left(), ElementsAre(kFirst, kSecond));
+    EXPECT_TRUE(run->offered(Answer::yes)) << "its own is not, the other is";
+    EXPECT_EQ(run->tag(), "A");
+    EXPECT_EQ(run->grid.colour(2, kFreq), start()->grid.colour(2, kFreq));
+    EXPECT_THAT(left(), ElementsAre(kFirst));
+}
+
+TEST_F(RecoveryTest, what_is_restored_is_kept_though_it_is_emptied) {
+    crash_with("A");
+    const auto run = start();
+    EXPECT_TRUE(run->offered(Answer::yes));
+    for (const int col : {kFreq, kMode, kTag}) run->grid.set_text(1, col, "");
+    machine.time.run_for(1s);
+    ASSERT_THAT(left(), ElementsAre(kFirst));
+    EXPECT_EQ(snapshot().cells[0], "");
+}
+
+TEST_F(RecoveryTest, a_name_that_a_run_has_given_up_may_be_that_of_another) {
+    const auto run = start();
+    run->type("A");
+    machine.time.run_for(1s);
+    run->save_as(machine.folder.file("mem.120"));
+    crash_with("B");
+    ASSERT_THAT(left(), ElementsAre(kFirst));
+    EXPECT_TRUE(run->offered(Answer::yes));
+    EXPECT_EQ(run->tag(), "B");
 }
 
 TEST_F(RecoveryTest, other_files_in_the_folder_are_left_alone) {

@@ -29,6 +29,7 @@ TEST_F(RecoveryTest, every_change_is_on_the_disk_within_a_second) {
     machine.time.run_for(1s);
     ASSERT_THAT(left(), ElementsAre(kFirst));
     EXPECT_EQ(snapshot().cells[639UL * 14], "LAST");
+    EXPECT_THAT(run->notes, IsEmpty());
 }
 
 TEST_F(RecoveryTest, changes_that_never_stop_are_never_more_than_a_second_behind) {
@@ -171,6 +172,23 @@ TEST_F(RecoveryTest, what_cannot_be_written_is_told_once_and_tried_until_it_can)
     EXPECT_THAT(run->notes.back(), "Changes are kept again for the case of a crash.");
     machine.time.run_for(5s);
     EXPECT_EQ(machine.files.written.size(), 1U) << "once is enough";
+    run->type("C");
+    machine.time.run_for(1s);
+    EXPECT_THAT(run->notes, SizeIs(2)) << "all is as it should be";
+    machine.files.writing_fails = true;
+    run->type("D");
+    machine.time.run_for(1s);
+    ASSERT_THAT(run->notes, SizeIs(3)) << "it is told anew";
+    EXPECT_EQ(run->notes[2], run->notes[0]);
+}
+
+TEST_F(RecoveryTest, a_snapshot_that_cannot_be_removed_is_told) {
+    const auto run = start();
+    run->type("A");
+    machine.time.run_for(1s);
+    machine.files.removing_fails = true;
+    run->recovery.end();
+    EXPECT_THAT(run->notes, ElementsAre(HasSubstr("Cannot remove")));
 }
 
 TEST_F(RecoveryTest, a_disk_that_fills_up_keeps_the_last_snapshot_that_it_took) {
@@ -183,11 +201,16 @@ TEST_F(RecoveryTest, a_disk_that_fills_up_keeps_the_last_snapshot_that_it_took) 
     EXPECT_EQ(snapshot().cells[0], "A");
 }
 
+TEST_F(RecoveryTest, a_hundred_runs_find_a_name) {
+    hold_first_names(99);
+    const auto run = start();
+    run->type("A");
+    machine.time.run_for(1s);
+    EXPECT_THAT(left(), ElementsAre("2026-11-21 12.34.56 100.recovery"));
+}
+
 TEST_F(RecoveryTest, locks_that_nobody_gets_are_told) {
-    for (int n = 1; n <= 1000; ++n) {
-        machine.locks.held.insert(machine.state + "/2026-11-21 12.34.56 " + std::to_string(n) +
-                                  ".recovery.lock");
-    }
+    hold_first_names(100);
     const auto run = start();
     run->type("A");
     machine.time.run_for(1s);

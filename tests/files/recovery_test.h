@@ -99,6 +99,13 @@ class RecoveryTest : public testing::Test {
         machine.native.make_folder(machine.state);
         machine.folder.put("state/" + name, bytes);
     }
+    // As many other runs have taken their names.
+    void hold_first_names(int count) {
+        for (int n = 1; n <= count; ++n) {
+            machine.locks.held.insert(machine.state + "/2026-11-21 12.34.56 " + std::to_string(n) +
+                                      ".recovery.lock");
+        }
+    }
     void make_old(const std::string& name, int days) {
         std::filesystem::last_write_time(
             std::filesystem::path(machine.state) / name,

@@ -145,6 +145,14 @@ TEST(Snapshot, lengths_that_lead_past_the_end_are_refused_though_the_sum_is_righ
     EXPECT_TRUE(is_refused(with_its_sum({bytes.begin(), bytes.begin() + 21})));
 }
 
+TEST(Snapshot, bytes_behind_the_last_cell_are_refused_though_the_sum_is_right) {
+    SeededRandom random;
+    Bytes bytes = bytes_of(small_snapshot(random));
+    bytes.resize(bytes.size() - 4);
+    bytes.push_back(0);
+    EXPECT_TRUE(is_refused(with_its_sum(bytes)));
+}
+
 TEST(Snapshot, the_cells_of_a_table_go_back_into_it_labels_and_headings_left_alone) {
     SeededRandom random;
     NativeFileSystem files;
