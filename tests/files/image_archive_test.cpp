@@ -167,6 +167,16 @@ TEST_F(Archive, a_full_disk_is_told_and_costs_none_of_the_old_ones) {
     EXPECT_EQ(archive.names(), before);
 }
 
+TEST_F(Archive, old_ones_that_cannot_be_removed_go_with_the_next_image) {
+    for (int i = 0; i < 50; ++i) archive.keep(image(i), time(i), "read");
+    files.removing_fails = true;
+    archive.keep(image(50), time(50), "read");
+    EXPECT_THAT(archive.names(), SizeIs(51));
+    files.removing_fails = false;
+    archive.keep(image(51), time(51), "read");
+    EXPECT_THAT(archive.names(), SizeIs(50));
+}
+
 TEST_F(Archive, without_a_data_folder_nothing_is_kept) {
     ImageArchive none(files, "");
     none.keep(image(1), time(1), "read");
