@@ -36,22 +36,10 @@ using testing::StartsWith;
 
 // A run of the program, which crashes when it is dropped.
 struct Running {
-    Running(const TemporaryFolder& folder, FileSystem& files, RunLocks& locks,
-            radio::Options options)
+    Running(UserFolders folders, FileSystem& files, RunLocks& locks, radio::Options options)
         : radio(radio::demonstration_memory(), std::move(options)),
-          program({messages,
-                   dialogs,
-                   files,
-                   settings,
-                   port,
-                   time,
-                   time,
-                   window,
-                   views,
-                   cells,
-                   paper,
-                   locks,
-                   {folder.file("state"), folder.file("data")}},
+          program({messages, dialogs, files, settings, port, time, time, window, views, cells,
+                   paper, locks, std::move(folders)},
                   ports) {
         cells.grid = &form.MSFlexGrid1;
         program.start();
@@ -81,7 +69,7 @@ class ProgramRecovery : public testing::Test {
     std::unique_ptr<Running> start(std::vector<radio::Fault> faults = {},
                                    radio::Mode mode = radio::Mode::send) {
         return std::make_unique<Running>(
-            folder, files, locks,
+            folders, files, locks,
             radio::Options{.mode = mode, .faults = std::move(faults), .short_frames_before = {}});
     }
     // With an image of empty memories.
@@ -117,6 +105,7 @@ class ProgramRecovery : public testing::Test {
     }
 
     TemporaryFolder folder;
+    UserFolders folders{folder.file("state"), folder.file("data")};
     NativeFileSystem native;
     std::string folder_before = native.current_folder();
     fakes::FaultyFileSystem files{native};
@@ -305,6 +294,17 @@ TEST_F(ProgramRecovery, opens_dialog_offers_the_folder_of_the_archive) {
     run->form.mnuOpen.clicked();
     EXPECT_THAT(run->dialogs.asked.at(0).request.places,
                 ElementsAre(folder.file("data/radio images")));
+}
+
+TEST_F(ProgramRecovery, without_a_data_folder_every_file_is_the_users_own) {
+    folders.data.clear();
+    const auto run = start_with_a_file();
+    run->dialogs.names = {std::nullopt};
+    run->form.mnuOpen.clicked();
+    EXPECT_THAT(run->dialogs.asked.at(0).request.places, IsEmpty());
+    type(*run, "A");
+    run->form.mnuSaveOnly.clicked();
+    EXPECT_EQ(folder.get("mem.120")[0], 0x14) << "no other name is asked for";
 }
 
 TEST_F(ProgramRecovery, what_was_read_is_archived) {
