@@ -162,7 +162,8 @@ class Copy:
             command.append('-DCMAKE_CXX_COMPILER_LAUNCHER=ccache')
         configured = self.work / 'configured'
         state = ' '.join(map(str, command))
-        if (self.out / 'build.ninja').exists() and configured.exists() and configured.read_text() == state:
+        known = configured.read_text() if configured.exists() else ''
+        if (self.out / 'build.ninja').exists() and known == state:
             return
         self.call(command, 'configure.log')
         configured.write_text(state)

@@ -43,9 +43,8 @@ def tell_stale(outcomes, explained, copy):
     there = {m.key for m in copy.mutants}
     killed = {m.key for m, v in outcomes if v in ('killed', 'timed out')}
     for key in explained:
+        what = f'src/{key[0]}: {key[1]}: {key[2]}  ->  {key[3]}'
         if key not in there:
-            print(f'survivors.txt names what is no longer there: src/{key[0]}: {key[1]}: {key[2]}  ->  {key[3]}',
-                  file=sys.stderr)
+            print(f'survivors.txt names what is no longer there: {what}', file=sys.stderr)
         elif key in killed:
-            print(f'survivors.txt explains what a test notices: src/{key[0]}: {key[1]}: {key[2]}  ->  {key[3]}',
-                  file=sys.stderr)
+            print(f'survivors.txt explains what a test notices: {what}', file=sys.stderr)
