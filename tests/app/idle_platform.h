@@ -11,14 +11,14 @@
 #include <vector>
 
 #include "app/dialog_views.h"
+#include "fakes/port_without_settings.h"
 #include "platform/error.h"
-#include "platform/ms_comm.h"
 #include "platform/serial_devices.h"
 #include "platform/time.h"
 
 namespace memwright::fakes {
 
-class SilentPort final : public MSComm {
+class SilentPort final : public PortWithoutSettings {
   public:
     int number = 0;
     bool is_open = false;
@@ -26,20 +26,6 @@ class SilentPort final : public MSComm {
     int opened = 0;
 
     void CommPort(int its_number) override { number = its_number; }
-    void Settings(const std::string& /*text*/) override {}
-    void DTREnable(bool /*on*/) override {}
-    void EOFEnable(bool /*on*/) override {}
-    void Handshaking(int /*kind*/) override {}
-    void InBufferSize(int /*bytes*/) override {}
-    void InputLen(int /*bytes*/) override {}
-    void InputMode(int /*mode*/) override {}
-    void NullDiscard(bool /*on*/) override {}
-    void OutBufferSize(int /*bytes*/) override {}
-    void ParityReplace(const std::string& /*text*/) override {}
-    void RThreshold(int /*bytes*/) override {}
-    void RTSEnable(bool /*on*/) override {}
-    void SThreshold(int /*bytes*/) override {}
-
     void PortOpen(bool open) override {
         if (open && !open_error.empty()) throw PortError(open_error);
         is_open = open;

@@ -22,14 +22,14 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/port_without_settings.h"
 #include "fakes/virtual_time.h"
 #include "fuzz/target.h"
 #include "platform/error.h"
-#include "platform/ms_comm.h"
 
 namespace memwright::fuzz {
 
-class ScriptedPort final : public MSComm, public fakes::VirtualTime::Source {
+class ScriptedPort final : public fakes::PortWithoutSettings, public fakes::VirtualTime::Source {
   public:
     using Time = fakes::VirtualTime::Time;
 
@@ -41,21 +41,6 @@ class ScriptedPort final : public MSComm, public fakes::VirtualTime::Source {
 
     std::function<void()> button_pressed;
     std::function<void()> silent;  // from now on nothing happens
-
-    void CommPort(int /*number*/) override {}
-    void Settings(const std::string& /*text*/) override {}
-    void DTREnable(bool /*on*/) override {}
-    void EOFEnable(bool /*on*/) override {}
-    void Handshaking(int /*kind*/) override {}
-    void InBufferSize(int /*bytes*/) override {}
-    void InputLen(int /*bytes*/) override {}
-    void InputMode(int /*mode*/) override {}
-    void NullDiscard(bool /*on*/) override {}
-    void OutBufferSize(int /*bytes*/) override {}
-    void ParityReplace(const std::string& /*text*/) override {}
-    void RThreshold(int /*bytes*/) override {}
-    void RTSEnable(bool /*on*/) override {}
-    void SThreshold(int /*bytes*/) override {}
 
     void PortOpen(bool open) override;
     bool PortOpen() const override { return open_; }

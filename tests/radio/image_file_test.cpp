@@ -6,9 +6,9 @@
 #include <fstream>
 #include <iterator>
 
+#include "fakes/temporary_folder.h"
 #include "platform/error.h"
 #include "radio/computer.h"
-#include "radio/temporary_folder.h"
 
 namespace memwright::radio {
 namespace {
@@ -33,7 +33,7 @@ TEST_F(ImageFile, is_saved_byte_for_byte_and_nothing_else) {
     const MemoryImage image = random_image(40);
     save_image(path_, image);
     EXPECT_EQ(content(), bytes_of(image));
-    EXPECT_EQ(folder_.files(), 1U);
+    EXPECT_EQ(folder_.names().size(), 1U);
     EXPECT_EQ(load_image(path_), image);
 }
 
@@ -57,13 +57,13 @@ TEST_F(ImageFile, is_refused_if_it_is_too_short) {
 
 TEST_F(ImageFile, is_not_created_by_loading_it) {
     EXPECT_THROW(load_image(path_), FileError);
-    EXPECT_EQ(folder_.files(), 0U);
+    EXPECT_EQ(folder_.names().size(), 0U);
 }
 
 TEST_F(ImageFile, that_cannot_be_saved_leaves_nothing_behind) {
     std::filesystem::create_directory(path_);
     EXPECT_THROW(save_image(path_, random_image(43)), FileError);
-    EXPECT_EQ(folder_.files(), 1U);
+    EXPECT_EQ(folder_.names().size(), 1U);
     EXPECT_THROW(save_image(folder_.file("none/image.120"), random_image(43)), FileError);
 }
 

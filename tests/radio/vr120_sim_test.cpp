@@ -11,10 +11,10 @@
 #include <fstream>
 #include <iterator>
 
+#include "fakes/temporary_folder.h"
 #include "radio/computer.h"
 #include "radio/demonstration.h"
 #include "radio/image_file.h"
-#include "radio/temporary_folder.h"
 #include "radio/vr120_sim_process.h"
 
 namespace memwright::radio {
@@ -146,7 +146,7 @@ TEST_F(Vr120SimProgram, reports_a_wrong_checksum_and_saves_nothing) {
     EXPECT_EQ(sim.line(),
               "received in part or damaged, not kept: 240 blocks, 1 checksum error, 0 order "
               "errors, 0 content errors, 0 stray bytes");
-    EXPECT_EQ(folder_.files(), 0U);
+    EXPECT_EQ(folder_.names().size(), 0U);
 }
 
 TEST_F(Vr120SimProgram, tells_when_it_cannot_save) {
