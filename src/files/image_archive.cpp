@@ -43,8 +43,8 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
     }
     // The new one is complete before the old one goes. What claims to be of a later time was kept
     // before the clock was set back, hence before all others.
-    std::ranges::stable_partition(
-        old, [&](const std::string& other) { return !is_later(other, timestamp); });
+    std::stable_partition(old.begin(), old.end(),
+                          [&](const std::string& other) { return !is_later(other, timestamp); });
     files_.replace(path(name), image.bytes());
     std::size_t kept = 1;
     for (const std::string& other : old) {
