@@ -23,7 +23,8 @@ bool is_among(const Names& names, const std::string& name) {
 // Of a run that was killed before it had anything to keep, or after.
 bool is_lock_alone(const std::string& name, const Names& names) {
     if (!name.ends_with(kLockExtension)) return false;
-    return !is_among(names, name.substr(0, name.size() - std::strlen(kLockExtension)));
+    const std::string locked = name.substr(0, name.size() - std::strlen(kLockExtension));
+    return locked.ends_with(kExtension) && !is_among(names, locked);
 }
 
 std::string question(const Snapshot& snapshot) {
