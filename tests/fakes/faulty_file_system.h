@@ -21,6 +21,8 @@ class FaultyFileSystem final : public FileSystem {
     std::size_t read_before_failure = 0;  // bytes that a failing read delivers all the same
     bool writing_fails = false;
     bool removing_fails = false;
+    bool listing_fails = false;
+    bool asking_fails = false;  // nothing seems to exist
     bool entering_fails = false;
     bool asking_for_folder_fails = false;
 
@@ -45,8 +47,11 @@ class FaultyFileSystem final : public FileSystem {
         if (!reading_fails) return file;
         return std::make_unique<FailingFile>(path, read_before_failure, std::move(file));
     }
-    bool exists(const std::string& path) noexcept override { return real_.exists(path); }
+    bool exists(const std::string& path) noexcept override {
+        return !asking_fails && real_.exists(path);
+    }
     std::vector<std::string> files_in(const std::string& folder) override {
+        if (listing_fails) throw FileError("Cannot list the files in " + folder + ".");
         return real_.files_in(folder);
     }
     void make_folder(const std::string& path) override {

@@ -95,6 +95,29 @@ TEST_F(Archive, a_clock_that_was_set_back_costs_the_oldest_ones_not_the_latest) 
     for (int i = 120; i < 150; ++i) EXPECT_THAT(names, Contains(time(i) + " read.120"));
 }
 
+TEST_F(Archive, one_of_the_same_second_is_not_the_oldest) {
+    for (int i = 0; i < 50; ++i) archive.keep(image(i), time(i), "read");
+    archive.keep(image(50), time(49), "written");
+    const auto names = archive.names();
+    EXPECT_THAT(names, SizeIs(50));
+    EXPECT_THAT(names, Contains(time(49) + " read.120"));
+    EXPECT_THAT(names, Contains(time(49) + " written.120"));
+    EXPECT_EQ(names.back(), time(1) + " read.120");
+}
+
+// A disk that answers one of two questions only.
+TEST_F(Archive, one_of_the_same_second_is_not_replaced_because_it_cannot_be_found) {
+    for (bool* const fails : {&files.listing_fails, &files.asking_fails}) {
+        const std::string second = time(fails == &files.asking_fails ? 1 : 2);
+        archive.keep(image(1), second, "read");
+        *fails = true;
+        archive.keep(image(2), second, "read");
+        *fails = false;
+        EXPECT_EQ(kept(second + " read.120"), bytes(image(1)));
+        EXPECT_EQ(kept(second + " read 2.120"), bytes(image(2)));
+    }
+}
+
 TEST_F(Archive, random_images_are_the_last_fifty_distinct_ones_in_the_end) {
     SeededRandom random;
     std::vector<int> latest_first;

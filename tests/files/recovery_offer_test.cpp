@@ -3,6 +3,7 @@
 #include "files/recovery_test.h"
 
 #include "fakes/seeded_random.h"
+#include "platform/native_run_locks.h"
 
 namespace memwright {
 namespace {
@@ -370,6 +371,30 @@ TEST_F(RecoveryTest, a_name_that_a_run_has_given_up_may_be_that_of_another) {
     ASSERT_THAT(left(), ElementsAre(kFirst));
     EXPECT_TRUE(run->offered(Answer::yes));
     EXPECT_EQ(run->tag(), "B");
+}
+
+TEST_F(RecoveryTest, locks_that_killed_runs_left_go_with_the_next_start) {
+    const std::string first = std::string(kFirst) + ".lock";
+    const std::string second = std::string(kSecond) + ".lock";
+    put(first, {});
+    put("notes.lock", {1});
+    NativeRunLocks locks;
+    const auto of_another_run = locks.lock(machine.state + "/" + second);
+    ASSERT_NE(of_another_run, nullptr);
+    ASSERT_THAT(left(), ElementsAre(first, second, "notes.lock"));
+    ProgramRun next(machine, locks);
+    EXPECT_FALSE(next.offered());
+    EXPECT_THAT(left(), ElementsAre(second, "notes.lock"));
+    EXPECT_THAT(next.notes, IsEmpty());
+}
+
+TEST_F(RecoveryTest, the_lock_of_what_is_offered_is_taken_once) {
+    crash_with("A");
+    put(std::string(kFirst) + ".lock", {});
+    std::vector<std::string> taken;
+    machine.locks.while_locking = [&](const std::string& path) { taken.push_back(path); };
+    EXPECT_TRUE(start()->offered(Answer::yes));
+    EXPECT_THAT(taken, ElementsAre(machine.state + "/" + kFirst + ".lock"));
 }
 
 TEST_F(RecoveryTest, other_files_in_the_folder_are_left_alone) {
