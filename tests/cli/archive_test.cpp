@@ -118,5 +118,17 @@ TEST_F(Archive, that_cannot_be_kept_stands_in_no_transfers_way) {
     EXPECT_EQ(text("out.120"), second_.text());
 }
 
+TEST_F(Archive, is_not_pointed_to_where_nothing_could_be_kept) {
+    fs::create_directories(kept().parent_path());
+    std::ofstream(kept()) << "a file where the folder belongs";
+    start_radio({"--image", put("radio.120", second_)});
+    RunningCli cli(command({"read", "no/folder.120", "--port", port, "--yes"}));
+    const Ended ended = cli.end();
+    EXPECT_EQ(ended.status, 4);
+    EXPECT_THAT(ended.errors, HasSubstr("No copy of the image was kept. "));
+    EXPECT_THAT(ended.errors, HasSubstr("no/folder.120"));
+    EXPECT_THAT(ended.errors, ::testing::Not(HasSubstr("archive restore")));
+}
+
 }  // namespace
 }  // namespace memwright::cli_tests

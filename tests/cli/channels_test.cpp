@@ -42,6 +42,14 @@ TEST_F(Channels, as_text_are_a_table_of_the_occupied_memories) {
     EXPECT_EQ(run({"channels", "-"}, some_image().text()), done(table));
 }
 
+// In UTF-8 they begin with the byte that others begin with that a terminal might take for commands.
+TEST_F(Channels, as_text_show_the_characters_next_to_those_that_are_not_shown) {
+    put("signs.120", Image().channel(1, "\x7E\x81\xA0\xA3\xB5\xBF", "145.5"));
+    EXPECT_EQ(run({"channels", "signs.120"}),
+              done("#            Tag     Freq        Mode  Pref\n"
+                   "Bank 0 - 0   ~?\xC2\xA0\xC2\xA3\xC2\xB5\xC2\xBF  145.50000   NFM   Off\n"));
+}
+
 TEST_F(Channels, as_csv_are_what_is_exported_but_in_UTF_8) {
     EXPECT_EQ(run({"channels", image_, "--format", "csv"}),
               done("Ch,MHz,Mode,Pref,Label\r\n"

@@ -73,6 +73,14 @@ TEST_F(Diff, tells_each_field_of_a_memory) {
               "Bank 9 - 63: pref On -> (empty)\n");
 }
 
+TEST_F(Diff, of_a_memory_that_one_image_lacks_speaks_of_no_bytes_of_its_label) {
+    const Image label_alone = plain().set(label_of(8), {'x'});
+    EXPECT_EQ(diff(label_alone, plain().channel(8, "", "88.3", "WFM")),
+              "Bank 0 - 7: freq (empty) -> 88.30000\n"
+              "Bank 0 - 7: mode (empty) -> WFM\n"
+              "Bank 0 - 7: pref (empty) -> Off\n");
+}
+
 TEST_F(Diff, tells_each_setting_and_those_that_no_list_has) {
     EXPECT_EQ(diff(plain(), plain().set(6662, {4})), "fast-step: 10 KHz -> 100 MHz\n");
     EXPECT_EQ(diff(plain(), plain().set(6669, {200})), "scan-resume: 1 Sec -> 200 (no choice)\n");

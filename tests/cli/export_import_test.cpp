@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "cli/support/cli_test.h"
+#include <sstream>
+
+#include "cli/support/running_cli.h"
 
 namespace memwright::cli_tests {
 namespace {
@@ -147,6 +149,28 @@ TEST_F(Csv, of_many_lines_is_imported_without_a_progress_bar_in_a_file) {
     for (int i = 0; i < 20'000; ++i) lines += "1,121.5,AM,,GUARD\r\n";
     put_text("new.csv", lines);
     EXPECT_EQ(run({"import", image_, "new.csv"}), done());
+    EXPECT_EQ(text("radio.120"), some_image().channel(2, "GUARD", "121.5", "AM").text());
+}
+
+TEST_F(Csv, of_many_pieces_tells_each_percent_once_at_a_terminal) {
+    // A heading may be of any length.
+    put_text("new.csv", std::string(8 * 1024 * 1024, 'x') + "\r\n1,121.5,AM,,GUARD\r\n");
+    Terminal terminal;
+    auto with_terminal = command({"import", image_, "new.csv"});
+    with_terminal.errors = terminal.path();
+    RunningCli cli(with_terminal);
+    EXPECT_EQ(cli.end().status, 0);
+    std::istringstream bars(terminal.shown());
+    std::string bar;
+    std::getline(bars, bar, '\r');
+    for (int percent = 0; percent < 100; ++percent) {
+        const std::string number = (percent < 10 ? "  " : " ") + std::to_string(percent);
+        ASSERT_TRUE(std::getline(bars, bar, '\r'));
+        EXPECT_THAT(bar, ::testing::EndsWith("] " + number + "%"));
+    }
+    EXPECT_TRUE(std::getline(bars, bar));
+    EXPECT_EQ(bar, "");
+    EXPECT_FALSE(std::getline(bars, bar));
     EXPECT_EQ(text("radio.120"), some_image().channel(2, "GUARD", "121.5", "AM").text());
 }
 

@@ -139,6 +139,14 @@ TEST_F(Limits, several_are_changed_at_once_here_or_in_another_file) {
     EXPECT_EQ(text("radio.120"), after);
 }
 
+TEST_F(Limits, without_a_change_are_copied_with_the_rest_of_the_file) {
+    const std::string before = text("radio.120") + "rest";
+    put_text("radio.120", before);
+    EXPECT_EQ(run({"limits", image_, "--output", "out.120"}), done());
+    EXPECT_EQ(text("out.120"), before);
+    EXPECT_EQ(run({"limits", image_, "--output", "-"}), done(before));
+}
+
 TEST_F(Limits, that_are_shown_can_be_given_back) {
     Words arguments = {"limits", image_};
     std::istringstream lines(kShown);

@@ -109,6 +109,32 @@ TEST_F(Print, replaces_its_file_whole_or_not_at_all) {
     EXPECT_EQ(folder_.names(), (Words{"folder", "out.pdf", "radio.120", "short.120"}));
 }
 
+// What it needs for pages is a file beside the program, which may be missing or broken.
+TEST_F(Print, without_a_part_of_the_program_says_what_to_do) {
+    namespace fs = std::filesystem;
+    const TemporaryFolder programs;
+    systest::Command alone = command({"print", image_, "--pdf", "out.pdf"});
+    alone.program = programs.path() / "memwright-cli";
+    fs::copy_file(MEMWRIGHT_CLI, alone.program);
+    const fs::path part = programs.path() / "memwright-desk.so";
+    const auto expect_refused = [&](const std::string& why) {
+        const Ended ended = run_to_end(alone);
+        EXPECT_EQ(ended.status, 4);
+        EXPECT_EQ(ended.output, "");
+        EXPECT_THAT(ended.errors, StartsWith("memwright-cli: Cannot load what this command needs"));
+        EXPECT_THAT(ended.errors, HasSubstr(why));
+        EXPECT_THAT(ended.errors, HasSubstr("\nInstall Memwright again, with the packages"));
+        EXPECT_EQ(folder_.names(), Words{"radio.120"});
+    };
+    expect_refused("No such file or directory");
+    programs.put("memwright-desk.so", {'t', 'e', 'x', 't'});
+    expect_refused(part.string() + ": file too short");
+    fs::copy_file(fs::path(MEMWRIGHT_PROGRAMS) / "memwright-desk.so", part,
+                  fs::copy_options::overwrite_existing);
+    EXPECT_EQ(run_to_end(alone).status, 0);
+    EXPECT_EQ(pages("out.pdf"), "7");
+}
+
 // Under a limit, in blocks of 512 bytes, for the length of a file.
 TEST_F(Print, that_finds_no_room_leaves_the_old_file_and_says_why) {
     put_text("out.pdf", "old");

@@ -119,6 +119,21 @@ TEST_F(Streams, standard_input_that_is_empty_is_no_image) {
                 StartsWith("memwright-cli: standard input is no memory image: it has 0 bytes"));
 }
 
+// 64 KiB are read at a time.
+TEST_F(Streams, and_files_may_be_longer_than_what_is_read_at_a_time) {
+    constexpr std::size_t kPiece = 64 * 1024;
+    for (const std::size_t size : {kPiece - 1, kPiece, kPiece + 1, 2 * kPiece, 200'000UL}) {
+        std::string rest(size - 7392, '.');
+        rest.back() = '!';
+        const Image image = Image(radio::demonstration_memory()).rest(rest);
+        const std::string changed = Image(image).limit(0, "145.5", 1).text();
+        put("long.120", image);
+        EXPECT_TRUE(run({"limits", "-", "0=145.5,NFM"}, image.text()) == done(changed)) << size;
+        EXPECT_TRUE(run({"limits", "long.120", "0=145.5,NFM"}) == done()) << size;
+        EXPECT_TRUE(text("long.120") == changed) << size;
+    }
+}
+
 TEST_F(Streams, a_refused_import_leaves_standard_output_empty) {
     const Ended ended = run({"import", "a.120", "-", "--output", "-"}, "Ch\r\nnonsense\r\n");
     EXPECT_EQ(ended.status, 3);

@@ -169,6 +169,12 @@ TEST_F(Usage, options_have_to_be_right) {
          "--com is N=DEVICE with N from 1 to 12, not \"13=/dev/x\"."},
         {{"read", "x.120", "--yes", "--com", "/dev/x"},
          "--com is N=DEVICE with N from 1 to 12, not \"/dev/x\"."},
+        {{"write", "a.120", "--yes", "--com", "x=/dev/x"},
+         "--com is N=DEVICE with N from 1 to 12, not \"x=/dev/x\"."},
+        {{"read", "x.120", "--yes", "--com", "1x=/dev/x"},
+         "--com is N=DEVICE with N from 1 to 12, not \"1x=/dev/x\"."},
+        {{"read", "x.120", "--yes", "--com", "99999999999=/dev/x"},
+         "--com is N=DEVICE with N from 1 to 12, not \"99999999999=/dev/x\"."},
     };
     for (const auto& [arguments, what] : all) {
         EXPECT_EQ(run(arguments), wrong(arguments.front(), what));

@@ -63,7 +63,10 @@ TEST(CommandLine, refuses_what_it_does_not_know) {
         {"--fault"},
         {"--fault", "checksum"},
         {"--short-frame", "240"},
+        {"--short-frame", "-1"},
+        {"--short-frame", "99999999999"},
         {"--short-frame", "1", "x"},
+        {"--short-frame", "1x"},
     };
     for (const auto& arguments : wrong) {
         EXPECT_THROW(parsed(arguments), ConversionError) << testing::PrintToString(arguments);

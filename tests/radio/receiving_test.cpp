@@ -168,6 +168,33 @@ TEST(Receiving, reports_other_bytes_than_filler_past_the_end_of_the_image) {
     EXPECT_TRUE(kept);
 }
 
+TEST(Receiving, reports_a_block_with_a_number_that_no_block_has) {
+    auto frames = right_frames();
+    ++frames[kBlock0 + 239][4];
+    ++frames[kBlock0 + 239].back();
+    const auto [transfer, taken, kept] = outcome_of(frames);
+    EXPECT_EQ(transfer.checksum_errors, 0);
+    EXPECT_EQ(transfer.order_errors, 1);
+    EXPECT_EQ(transfer.content_errors, 1);
+    EXPECT_FALSE(transfer.complete);
+    EXPECT_TRUE(kept);
+}
+
+TEST(Receiving, reports_other_bytes_in_an_opening_or_closing_frame_with_the_right_checksum) {
+    for (const std::size_t frame : {std::size_t{0}, kBlock0 + 240, kBlock0 + 241}) {
+        auto frames = right_frames();
+        ++frames[frame][5];
+        --frames[frame][6];
+        const auto [transfer, taken, kept] = outcome_of(frames);
+        EXPECT_EQ(transfer.checksum_errors, 0) << "frame " << frame;
+        EXPECT_EQ(transfer.content_errors, 1);
+        EXPECT_EQ(transfer.frames, 243);
+        EXPECT_TRUE(transfer.ended);
+        EXPECT_FALSE(transfer.complete);
+        EXPECT_TRUE(kept);
+    }
+}
+
 TEST(Receiving, reports_a_transfer_that_is_left_before_the_second_closing_frame) {
     for (const std::size_t frames_sent : {std::size_t{1}, std::size_t{100}, std::size_t{242}}) {
         auto frames = right_frames();

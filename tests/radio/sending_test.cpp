@@ -40,6 +40,16 @@ TEST(Sending, begins_by_itself_after_a_second_of_silence_in_automatic_mode) {
     EXPECT_EQ(computer.take(), kOpeningBytes);
 }
 
+TEST(Sending, is_not_put_off_by_a_write_of_no_bytes) {
+    SimulatedRadio radio(random_image(1), {});
+    Computer computer(radio);
+    computer.open();
+    computer.pass(milliseconds(900));
+    computer.send({});
+    EXPECT_FALSE(computer.wait_for(1, milliseconds(100)));
+    EXPECT_TRUE(computer.wait_for(1, line_time(1)));
+}
+
 TEST(Sending, waits_for_a_second_of_silence_after_bytes_that_are_no_opening_frame) {
     SimulatedRadio radio(random_image(1), {.pace = Pace::none});
     Computer computer(radio);
