@@ -378,13 +378,14 @@ TEST_F(RecoveryTest, locks_that_killed_runs_left_go_with_the_next_start) {
     const std::string second = std::string(kSecond) + ".lock";
     put(first, {});
     put("notes.lock", {1});
+    put("notes.recovery.copy", {1});
     NativeRunLocks locks;
     const auto of_another_run = locks.lock(machine.state + "/" + second);
     ASSERT_NE(of_another_run, nullptr);
-    ASSERT_THAT(left(), ElementsAre(first, second, "notes.lock"));
+    ASSERT_THAT(left(), ElementsAre(first, second, "notes.lock", "notes.recovery.copy"));
     ProgramRun next(machine, locks);
     EXPECT_FALSE(next.offered());
-    EXPECT_THAT(left(), ElementsAre(second, "notes.lock"));
+    EXPECT_THAT(left(), ElementsAre(second, "notes.lock", "notes.recovery.copy"));
     EXPECT_THAT(next.notes, IsEmpty());
 }
 
