@@ -253,23 +253,6 @@ TEST(Faults, a_hang_up_happens_while_the_radio_receives_too) {
     }
 }
 
-TEST(Faults, after_a_hang_up_nothing_is_heard_or_sent_however_the_line_is_used) {
-    SimulatedRadio radio(random_image(kSeed), {.faults = {{FaultKind::hang_up, 3, 5}}});
-    Computer computer(radio);
-    read_radio(computer);
-    ASSERT_TRUE(radio.hung_up());
-    computer.take();
-    computer.open();
-    write_frames(computer, frames_of_write(random_image(1)));
-    computer.close();
-    computer.close();
-    computer.pass(seconds(100));
-    EXPECT_EQ(computer.take(), Bytes{});
-    EXPECT_EQ(radio.next_event(), std::nullopt);
-    EXPECT_EQ(radio.report().transfers.size(), 1U);
-    EXPECT_EQ(radio.memory(), random_image(kSeed));
-}
-
 // What a radio makes of a write in which a fault happens.
 Transfer written_with(const Fault& fault) {
     SimulatedRadio radio(random_image(kSeed), {.mode = Mode::receive, .faults = {fault}});

@@ -40,6 +40,15 @@ TEST(Sending, begins_by_itself_after_a_second_of_silence_in_automatic_mode) {
     EXPECT_EQ(computer.take(), kOpeningBytes);
 }
 
+TEST(Sending, is_no_matter_for_a_line_that_nobody_has_opened) {
+    SimulatedRadio radio(random_image(1), sending());
+    Computer computer(radio);
+    computer.close();
+    computer.pass(seconds(100));
+    EXPECT_EQ(computer.take(), Bytes{});
+    EXPECT_EQ(read_radio(computer).blocks, 240);
+}
+
 TEST(Sending, is_not_put_off_by_a_write_of_no_bytes) {
     SimulatedRadio radio(random_image(1), {});
     Computer computer(radio);
