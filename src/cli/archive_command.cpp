@@ -10,14 +10,15 @@
 namespace memwright::cli {
 namespace {
 
-// The path of a kept image, which is meant by its name or its number in the list.
+// The path of a kept image, which is meant by its name or its number in the list: not empty, as
+// no argument is.
 std::string path_of(const ImageArchive& archive, const std::string& meant) {
     const auto names = archive.names();
     const auto name = std::ranges::find(names, meant);
     if (name != names.end()) return archive.path(*name);
     constexpr std::size_t kLongest = 3;
-    const bool number = !meant.empty() && meant.size() <= kLongest &&
-                        meant.find_first_not_of("0123456789") == std::string::npos;
+    const bool number =
+        meant.size() <= kLongest && meant.find_first_not_of("0123456789") == std::string::npos;
     const auto place = number ? static_cast<std::size_t>(std::stoi(meant)) : 0;
     if (place >= 1 && place <= names.size()) return archive.path(names[place - 1]);
     throw FileError("There is no image \"" + meant + "\" in " + archive.folder() +

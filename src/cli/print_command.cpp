@@ -36,7 +36,7 @@ void choose_rows(frmPrint& dialog, const std::string& range) {
 
 Status print(const Arguments& arguments, Session& session) {
     const auto output = arguments.value("--pdf");
-    if (!output || output->empty()) throw WrongUsage("--pdf OUT is missing.");
+    if (!output) throw WrongUsage("--pdf OUT is missing.");
     frmPrint dialog;
     if (const auto range = arguments.value("--range")) choose_rows(dialog, *range);
     dialog.Command1.clicked();

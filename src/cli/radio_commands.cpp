@@ -94,7 +94,6 @@ class Transfer {
         const auto device = arguments.value("--port");
         const auto com = arguments.value("--com");
         if (device && com) throw WrongUsage("--port and --com exclude each other.");
-        if (device && device->empty()) throw WrongUsage("--port needs a device.");
         if (device) return {{transfer_port(settings), *device}};
         if (com) return {port_from(*com)};
         return {};

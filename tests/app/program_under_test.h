@@ -8,22 +8,16 @@
 #include <string>
 #include <vector>
 
-#include "app/idle_platform.h"
-#include "app/program.h"
-#include "fakes/fake_cell_places.h"
-#include "fakes/fake_window.h"
+#include "app/faked_desktop.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
-#include "fakes/memory_settings.h"
-#include "fakes/paper.h"
-#include "fakes/scripted_dialogs.h"
 #include "fakes/temporary_folder.h"
 #include "platform/native_file_system.h"
 #include "table/columns.h"
 
 namespace memwright {
 
-class ProgramTest : public testing::Test {
+class ProgramTest : public testing::Test, protected fakes::FakedDesktop {
   public:
     ~ProgramTest() override;
 
@@ -54,31 +48,10 @@ class ProgramTest : public testing::Test {
     std::string folder_before;  // the current folder
     NativeFileSystem native;
     fakes::FaultyFileSystem files{native};
-    fakes::MemorySettings settings;
-    fakes::ScriptedMessageBox messages;
-    fakes::ScriptedFileDialogs dialogs;
     fakes::SilentPort port;
     fakes::IdleLoop loop;
-    fakes::FakeWindow window;
-    fakes::WorkedDialogs views;
-    fakes::ListedDevices devices;
-    ComPorts ports{devices, settings, {}};
-    fakes::FakeCellPlaces cells;
-    fakes::Paper paper;
     fakes::HeldLocks locks;
-    Program program{{messages,
-                     dialogs,
-                     files,
-                     settings,
-                     port,
-                     loop,
-                     loop,
-                     window,
-                     views,
-                     cells,
-                     paper,
-                     locks,
-                     {folder.file("state"), folder.file("data")}},
+    Program program{platform(files, port, loop, locks, {folder.file("state"), folder.file("data")}),
                     ports};
     Form1& form{program.form};
 };

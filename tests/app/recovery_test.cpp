@@ -5,17 +5,11 @@
 
 #include <memory>
 
+#include "app/faked_desktop.h"
 #include "app/frm_limit_search.h"
 #include "app/frm_misc_setting.h"
-#include "app/idle_platform.h"
-#include "app/program.h"
-#include "fakes/fake_cell_places.h"
-#include "fakes/fake_window.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
-#include "fakes/memory_settings.h"
-#include "fakes/paper.h"
-#include "fakes/scripted_dialogs.h"
 #include "fakes/simulated_port.h"
 #include "fakes/temporary_folder.h"
 #include "fakes/virtual_time.h"
@@ -35,12 +29,10 @@ using testing::SizeIs;
 using testing::StartsWith;
 
 // A run of the program, which crashes when it is dropped.
-struct Running {
+struct Running : fakes::FakedDesktop {
     Running(UserFolders folders, FileSystem& files, RunLocks& locks, radio::Options options)
         : radio(radio::demonstration_memory(), std::move(options)),
-          program({messages, dialogs, files, settings, port, time, time, window, views, cells,
-                   paper, locks, std::move(folders)},
-                  ports) {
+          program(platform(files, port, time, locks, std::move(folders)), ports) {
         cells.grid = &form.MSFlexGrid1;
         program.start();
     }
@@ -48,15 +40,6 @@ struct Running {
     fakes::VirtualTime time;
     radio::SimulatedRadio radio;
     fakes::SimulatedPort port{time, radio};
-    fakes::MemorySettings settings;
-    fakes::ScriptedMessageBox messages;
-    fakes::ScriptedFileDialogs dialogs;
-    fakes::FakeWindow window;
-    fakes::WorkedDialogs views;
-    fakes::ListedDevices devices;
-    ComPorts ports{devices, settings, {}};
-    fakes::FakeCellPlaces cells;
-    fakes::Paper paper;
     Program program;
     Form1& form{program.form};
 };

@@ -6,17 +6,12 @@
 #include <cmath>
 #include <filesystem>
 #include <optional>
+#include <utility>
 
 #include "app/dialogs.h"
-#include "app/idle_platform.h"
-#include "app/program.h"
-#include "fakes/fake_cell_places.h"
-#include "fakes/fake_window.h"
+#include "app/faked_desktop.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
-#include "fakes/memory_settings.h"
-#include "fakes/paper.h"
-#include "fakes/scripted_dialogs.h"
 #include "fuzz/target.h"
 #include "platform/error.h"
 #include "platform/native_file_system.h"
@@ -68,8 +63,8 @@ void expect_reading_is_sound(const std::string& text) {
 }
 
 // A run of the program on a desktop of fakes.
-struct Run {
-    explicit Run(fakes::MemorySettings& stored) : settings(stored) {
+struct Run : fakes::FakedDesktop {
+    explicit Run(fakes::MemorySettings stored) : FakedDesktop(std::move(stored)) {
         devices.present = {{"/dev/ttyUSB0", "a cable", true}, {"/dev/ttyS0", "", false}};
         cells.grid = &program.form.MSFlexGrid1;
         program.start();
@@ -118,32 +113,10 @@ struct Run {
 
     NativeFileSystem native;
     fakes::FaultyFileSystem files{native};
-    fakes::MemorySettings& settings;
-    fakes::ScriptedMessageBox messages;
-    fakes::ScriptedFileDialogs dialogs;
     fakes::SilentPort port;
     fakes::IdleLoop loop;
-    fakes::FakeWindow window;
-    fakes::WorkedDialogs views;
-    fakes::ListedDevices devices;
-    ComPorts ports{devices, settings, {}};
-    fakes::FakeCellPlaces cells;
-    fakes::Paper paper;
     fakes::HeldLocks locks;
-    Program program{{messages,
-                     dialogs,
-                     files,
-                     settings,
-                     port,
-                     loop,
-                     loop,
-                     window,
-                     views,
-                     cells,
-                     paper,
-                     locks,
-                     {}},
-                    ports};
+    Program program{platform(files, port, loop, locks, {}), ports};
 };
 
 void expect_same_place(const fakes::FakeWindow& first, const fakes::FakeWindow& second) {
@@ -170,14 +143,14 @@ void settings(Input input) {
         ++place;
     }
 
-    Run first(stored);
+    Run first(std::move(stored));
     first.expect_seemly();
     first.use_port();
     EXPECT_TRUE(first.program.close_allowed());
     EXPECT_TRUE(first.messages.shown.empty());
     EXPECT_TRUE(first.files.written.empty());
 
-    Run second(stored);
+    Run second(first.settings);
     second.expect_seemly();
     expect_same_place(first.window, second.window);
     EXPECT_TRUE(second.files.written.empty());
