@@ -107,6 +107,14 @@ TEST_F(Archive, has_what_was_about_to_be_written_even_if_the_radio_fails) {
     EXPECT_EQ(run({"archive", "restore", "1", "-"}), done(first_.text()));
 }
 
+TEST_F(Archive, has_an_image_once_and_with_its_latest_time) {
+    keep("2020-01-02 03.04.05 read.120", first_);
+    start_radio({"--mode", "receive", "--fault", "hang-up@10"});
+    RunningCli cli(command({"write", put("mine.120", first_), "--port", port, "--yes"}));
+    EXPECT_NE(cli.end().status, 0);
+    EXPECT_THAT(run({"archive"}).output, MatchesRegex("1   20[-0-9]+ [0-9.]+ written\\.120\n"));
+}
+
 TEST_F(Archive, that_cannot_be_kept_stands_in_no_transfers_way) {
     fs::create_directories(kept().parent_path());
     std::ofstream(kept()) << "a file where the folder belongs";

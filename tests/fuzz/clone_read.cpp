@@ -20,8 +20,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// However long the pauses of a script are, a read ends before.
-constexpr auto kLongestRead = 2h;
+// A pause that meets midnight lasts a day, and the read does not see meanwhile that the other end
+// hung up: a user who has waited for so long in vain cancels it.
+constexpr auto kPatience = 1h;
+constexpr auto kLongestRead = kPatience + 1h;
 // After the button was pressed.
 constexpr auto kLongestEnd = 250ms;
 
@@ -31,6 +33,7 @@ class ReadBench : public Bench {
         : Bench(files_of_machine), port(time, script) {
         time.end = kLongestRead;
         port.silent = port.button_pressed = [this] { press(); };
+        time.after(kPatience, [this] { press(); });
         form.TransferProgress.visible = false;
         form.ReceivedLabel.visible = false;
         form.TransferButton.visible = false;
