@@ -136,8 +136,11 @@ void MainWindow::show_accessibly(Form1& form) {
     connections_.push_back(form.MSFlexGrid1.enabled.changed.connect([this, &form] {
         if (!form.MSFlexGrid1.enabled) return;
         findChild<GridView*>()->setFocus();
-        // Begun: what is left to say of the empty status window.
-        findChild<QPlainTextEdit*>("Text1")->setPlaceholderText(tr("Errors are noted here."));
+        // Begun: what is left to say of the empty status window. Qt 6.4 does not paint it by
+        // itself.
+        auto* const log = findChild<QPlainTextEdit*>("Text1");
+        log->setPlaceholderText(tr("Errors are noted here."));
+        log->viewport()->update();
     }));
 }
 

@@ -36,6 +36,25 @@ TEST_F(Start, the_status_line_is_empty_and_nothing_of_a_transfer_is_shown) {
     }
 }
 
+TEST_F(Start, what_the_empty_status_window_says_changes_on_the_screen_with_the_first_image) {
+    start();
+    auto& log = widget<QPlainTextEdit>("Text1");
+    const auto on_screen = [&] {
+        const QPoint corner = log.mapTo(&window(), QPoint(0, 0));
+        return window()
+            .screen()
+            ->grabWindow(window().winId(), corner.x(), corner.y(), log.width(), log.height())
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    };
+    const auto anew = [&] { return log.grab().toImage().convertToFormat(QImage::Format_RGB32); };
+    ASSERT_TRUE(wait_until([&] { return on_screen() == anew(); }));
+    const QImage at_first = on_screen();
+    open_some_image();
+    EXPECT_TRUE(wait_until([&] { return on_screen() == anew(); }));
+    EXPECT_NE(on_screen(), at_first);
+}
+
 TEST_F(Start, the_window_comes_back_where_it_was) {
     store_setting("Top", "600");
     store_setting("Height", "9000");
