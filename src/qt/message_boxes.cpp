@@ -2,9 +2,14 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLabel>
+#include <QListView>
 #include <QMessageBox>
 #include <QScreen>
+#include <QSplitter>
+#include <QStyledItemDelegate>
+#include <QTreeView>
 #include <QUrl>
 #include <algorithm>
 
@@ -89,6 +94,24 @@ void show_text(QMessageBox& box, const QString& text) {
     }
 }
 
+// Where the desktop has no file dialog, Qt's own is shown: its places and the files' dates are to
+// be read whole, and a place in a hidden folder is not to look as if it could not be had.
+void make_readable(QFileDialog& dialog) {
+    constexpr int kCharacters = 110, kAround = 24, kNames = 0, kDates = 3;
+    auto* const splitter = dialog.findChild<QSplitter*>("splitter");
+    auto* const places = dialog.findChild<QListView*>("sidebar");
+    auto* const files = dialog.findChild<QTreeView*>("treeView");
+    if (splitter == nullptr || places == nullptr || files == nullptr) return;
+    const int width = std::min(kCharacters * dialog.fontMetrics().averageCharWidth(),
+                               dialog.screen()->availableGeometry().width());
+    const int for_places = std::min(places->sizeHintForColumn(0) + kAround, width / 3);
+    dialog.resize(width, dialog.sizeHint().height());
+    splitter->setSizes({for_places, width - for_places});
+    places->setItemDelegate(new QStyledItemDelegate(places));
+    files->header()->setSectionResizeMode(kNames, QHeaderView::Stretch);
+    files->header()->setSectionResizeMode(kDates, QHeaderView::ResizeToContents);
+}
+
 }  // namespace
 
 Answer QtMessageBox::show(const Message& message) {
@@ -131,6 +154,7 @@ std::optional<std::string> QtFileDialogs::ask(const FileRequest& request, bool s
     }
     dialog.setSidebarUrls(places);
     if (!request.folder.empty()) dialog.setDirectory(from_file_name(request.folder));
+    make_readable(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return to_file_name(dialog.selectedFiles().constFirst());
 }

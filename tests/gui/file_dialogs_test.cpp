@@ -5,6 +5,9 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListView>
+#include <QScrollBar>
+#include <QTreeView>
 
 #include "gui/support/appearance.h"
 #include "gui/support/window_test.h"
@@ -79,6 +82,37 @@ TEST_F(FileDialog, save_as_has_its_title_its_filters_and_starts_in_the_current_f
         EXPECT_THAT(clipped_texts(dialog), IsEmpty());
     };
     choosing("mnuSave", {look(check, press_key(Qt::Key_Escape))});
+}
+
+TEST_F(FileDialog, open_shows_its_places_and_the_dates_of_files_whole_and_readable) {
+    // In a folder whose hidden folders are not listed, as homes are.
+    qputenv("XDG_DATA_HOME", QByteArray::fromStdString(whole(".local/share")));
+    std::filesystem::create_directories(whole(".local/share/memwright/radio images"));
+    store_setting("FilePath", folder_.path().c_str());
+    put_image("mine.120");
+    restart();
+    const auto check = [&](QDialog& dialog) {
+        auto* const places = dialog.findChild<QListView*>("sidebar");
+        auto* const files = dialog.findChild<QTreeView*>("treeView");
+        ASSERT_TRUE(places != nullptr && files != nullptr);
+        EXPECT_TRUE(wait_until([&] { return files->model()->rowCount(files->rootIndex()) > 0; }));
+        const auto found =
+            places->model()->match(places->model()->index(0, 0), Qt::DisplayRole, "radio images");
+        ASSERT_EQ(found.size(), 1);
+        const QRect place = places->visualRect(found[0]);
+        EXPECT_TRUE(places->viewport()->rect().contains(place));
+        const QImage picture = picture_of(*places->viewport(), place);
+        EXPECT_GE(contrast(ink_of(picture), background_of(picture)), 7);
+        for (const QAbstractItemView* const list :
+             std::initializer_list<QAbstractItemView*>{places, files}) {
+            EXPECT_FALSE(list->horizontalScrollBar()->isVisible());
+        }
+        constexpr int kDates = 3;
+        EXPECT_GE(files->columnWidth(kDates),
+                  static_cast<const QAbstractItemView*>(files)->sizeHintForColumn(kDates));
+    };
+    // Qt remembers the places, and then looks for them at another moment.
+    for (int i = 0; i < 2; ++i) choosing("mnuOpen", {look(check, press_key(Qt::Key_Escape))});
 }
 
 TEST_F(FileDialog, open_opens_the_file_whose_name_is_typed) {

@@ -6,8 +6,8 @@
 #include <QComboBox>
 #include <QTimer>
 
-#include "fakes/memory_settings.h"
 #include "app/dialogs.h"
+#include "fakes/memory_settings.h"
 #include "gui/support/appearance.h"
 #include "gui/support/window_test.h"
 
