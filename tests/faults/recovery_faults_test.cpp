@@ -105,6 +105,14 @@ class RecoveryFaults : public RecoveryTest {
         }
     }
 
+    // Faults strike from where it is typed on.
+    std::string type_and_keep(ProgramRun& run) {
+        run.type("NEW");
+        trace_from_here();
+        let_a_second_pass();
+        return last_complaint(run);
+    }
+
     NativeRunLocks locks_;
 
   private:
@@ -112,14 +120,7 @@ class RecoveryFaults : public RecoveryTest {
 };
 
 TEST_F(RecoveryFaults, in_the_first_snapshot_are_told_or_it_is_there) {
-    strike([&] { fs::remove_all(machine.state); },
-           [&] {
-               ProgramRun* const run = start_run();
-               run->type("NEW");
-               trace_from_here();
-               let_a_second_pass();
-               return last_complaint(*run);
-           },
+    strike([&] { fs::remove_all(machine.state); }, [&] { return type_and_keep(*start_run()); },
            [&](const Ending& ending) {
                if (ending.said != Said::success) return;
                EXPECT_EQ(kept_tags(), Tags{"NEW"});
@@ -129,14 +130,7 @@ TEST_F(RecoveryFaults, in_the_first_snapshot_are_told_or_it_is_there) {
 }
 
 TEST_F(RecoveryFaults, in_the_first_snapshot_leave_what_a_run_of_the_same_second_left) {
-    strike([&] { put_what_crashed_with("OLD"); },
-           [&] {
-               ProgramRun* const run = start_run();
-               run->type("NEW");
-               trace_from_here();
-               let_a_second_pass();
-               return last_complaint(*run);
-           },
+    strike([&] { put_what_crashed_with("OLD"); }, [&] { return type_and_keep(*start_run()); },
            [&](const Ending& ending) {
                EXPECT_TRUE(is_kept("OLD"));
                EXPECT_TRUE(is_kept("NEW") || ending.said != Said::success);
@@ -149,10 +143,7 @@ TEST_F(RecoveryFaults, in_a_later_snapshot_leave_the_one_before_or_the_new_one) 
                ProgramRun* const run = start_run();
                run->type("OLD");
                let_a_second_pass();
-               run->type("NEW");
-               trace_from_here();
-               let_a_second_pass();
-               return last_complaint(*run);
+               return type_and_keep(*run);
            },
            [&](const Ending& ending) {
                EXPECT_TRUE(kept_tags() == Tags{"OLD"} || kept_tags() == Tags{"NEW"});
