@@ -4,7 +4,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev)
 test_packages=(libgtest-dev libgmock-dev pkg-config libglib2.0-dev libx11-dev libxtst-dev libpng-dev xvfb
                openbox dbus-daemon at-spi2-core cups printer-driver-cups-pdf poppler-utils
                appstream desktop-file-utils libglib2.0-bin man-db shared-mime-info dpkg-dev file mmdebstrap
-               clang libclang-rt-14-dev)
+               clang libclang-rt-14-dev valgrind)
 
 say() { echo "$*" >&2; }
 
