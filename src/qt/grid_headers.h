@@ -16,6 +16,10 @@ class RowLabels final : public QHeaderView {
     // Shows sections first to last as selected; none if last is less.
     void mark(int first, int last);
 
+    // The width that it was given. The view asks again and again, and measuring 640 labels takes
+    // longer than all else at the start.
+    QSize sizeHint() const override { return minimumSize(); }
+
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
 

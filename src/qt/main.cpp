@@ -1,10 +1,23 @@
 #include <QApplication>
 #include <QIcon>
+#include <QTimer>
 #include <cstdio>
 #include <initializer_list>
 
 #include "qt/command_line.h"
 #include "qt/desktop.h"
+
+namespace {
+
+void show_icon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+        icon.addFile(QString(":/icons/memwright-%1.png").arg(size));
+    }
+    QApplication::setWindowIcon(icon);
+}
+
+}  // namespace
 
 int main(int argc, char* argv[]) {
     using namespace memwright;
@@ -18,12 +31,9 @@ int main(int argc, char* argv[]) {
     QApplication application(one, argv);
     QApplication::setApplicationName("memwright");
     QGuiApplication::setDesktopFileName("org.memwright.Memwright");
-    QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
-        icon.addFile(QString(":/icons/memwright-%1.png").arg(size));
-    }
-    QApplication::setWindowIcon(icon);
     qt::Desktop desktop(arguments.ports);
+    // The pictures are read once the window is there to be looked at.
+    QTimer::singleShot(0, &desktop.window, show_icon);
     desktop.start(arguments.file);
     return QApplication::exec();
 }

@@ -19,7 +19,7 @@ namespace memwright::radio {
 namespace {
 
 // Bytes that arrive one shortly after the other are handed over together, as serial adapters do.
-constexpr Time kHandOver = std::chrono::milliseconds(4);
+constexpr Time kHandOver = std::chrono::milliseconds(1);
 
 constexpr int kFailed = 1;
 constexpr int kWrongArguments = 2;
