@@ -60,11 +60,9 @@ std::int16_t modVR120::GetBit(int loffset, int BitNum70) const {
 
 void modVR120::SetBit(int loffset, int BitNum70, int BitVal01) {
     const std::size_t bit = checked_bit(BitNum70);
-    const std::string old = bits(loffset);
-    const std::string changed = old.substr(0, kBitsPerByte - 1 - bit) + std::to_string(BitVal01) +
-                                old.substr(kBitsPerByte - bit);
-    const int value = std::stoi(Bin2Dec(changed));
-    MemoryImage.set(loffset, checked_byte(value));
+    std::string changed = bits(loffset);
+    changed.replace(kBitsPerByte - 1 - bit, 1, std::to_string(BitVal01));
+    MemoryImage.set(loffset, checked_byte(lLng(Bin2Hex(changed))));
 }
 
 std::string modVR120::GetMemByte(int Bank, int Memnumber) const {

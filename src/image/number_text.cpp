@@ -29,12 +29,15 @@ constexpr int digit_value(char c) {
 }  // namespace
 
 std::string lHex(std::uint32_t lNumber) {
-    std::string text;
-    do {
-        text.insert(text.begin(), kHexDigits[lNumber % 16]);
+    constexpr std::size_t kMost = 8;
+    constexpr std::size_t kLeast = 2;
+    std::array<char, kMost> digits{};
+    std::size_t first = kMost;
+    while (lNumber != 0 || first > kMost - kLeast) {
+        digits[--first] = kHexDigits[lNumber % 16];
         lNumber /= 16;
-    } while (lNumber != 0);
-    return with_leading_zeros(std::move(text), 2);
+    }
+    return {digits.data() + first, kMost - first};
 }
 
 std::int32_t lLng(std::string_view HexNumber) {
