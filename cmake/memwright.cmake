@@ -6,7 +6,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 
-# Where an installation keeps what memwright-cli loads. Not right in lib/memwright: a package of CPack
+# Where an installation keeps what the programs load. Not right in lib/memwright: a package of CPack
 # would take it for a library of the system's there, and run ldconfig for it.
 set(MEMWRIGHT_MODULES "memwright/modules")
 
@@ -20,6 +20,17 @@ function(memwright_library folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
   add_library(memwright_${folder} STATIC ${arg_SOURCES})
   target_link_libraries(memwright_${folder} PUBLIC memwright_flags ${arg_USES})
+endfunction()
+
+# memwright_module(<name> <source> <library>...)
+# adds the module memwright-<name>.so, which lies beside the programs and is installed for them.
+function(memwright_module name source)
+  add_library(memwright_${name} MODULE ${source})
+  target_link_libraries(memwright_${name} PRIVATE ${ARGN})
+  set_target_properties(memwright_${name} PROPERTIES PREFIX "" OUTPUT_NAME memwright-${name}
+                        LIBRARY_OUTPUT_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+  install(TARGETS memwright_${name}
+          LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/${MEMWRIGHT_MODULES}")
 endfunction()
 
 # memwright_test(<name> SOURCES <file>... [USES <library>...] [HEADERS <header>...]

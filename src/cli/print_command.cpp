@@ -3,8 +3,8 @@
 #include "app/frm_print.h"
 #include "app/print_grid.h"
 #include "cli/commands.h"
-#include "cli/desk_loader.h"
 #include "cli/workbench.h"
+#include "platform/modules.h"
 
 namespace memwright::cli {
 namespace {

@@ -5,7 +5,6 @@
 #include <map>
 
 #include "cli/commands.h"
-#include "cli/desk_loader.h"
 #include "cli/interrupt.h"
 #include "cli/workbench.h"
 #include "files/image_archive.h"
@@ -14,6 +13,7 @@
 #include "link/com_ports.h"
 #include "link/doubtful_blocks.h"
 #include "platform/error.h"
+#include "platform/modules.h"
 #include "platform/user_folders.h"
 
 namespace memwright::cli {

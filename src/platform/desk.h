@@ -1,7 +1,7 @@
 #pragma once
 
-// What a program without windows borrows from the desktop: serial ports, the user's settings, time,
-// and pages in a PDF file.
+// What the programs borrow from the desktop when they need it: serial ports, the user's settings,
+// time, and pages in a PDF file or on a printer.
 
 #include <functional>
 #include <memory>
@@ -39,5 +39,9 @@ enum class DeskWork { ports, pages };
 // a program; whoever opens it deletes it.
 using OpenDesk = Desk* (*)(DeskWork work);
 inline constexpr const char* kOpenDesk = "memwright_open_desk";
+
+// The same for the module with the desktop's printers.
+using OpenPrinter = Printer* (*)(FileSystem& files);
+inline constexpr const char* kOpenPrinter = "memwright_open_printer";
 
 }  // namespace memwright

@@ -12,11 +12,9 @@
 #include "platform/native_run_locks.h"
 #include "qt/core/qt_platform.h"
 #include "qt/dialogs.h"
+#include "qt/loaded_parts.h"
 #include "qt/main_window.h"
 #include "qt/message_boxes.h"
-#include "qt/qt_printer.h"
-#include "qt/serial/qt_serial_devices.h"
-#include "qt/serial/qt_serial_port.h"
 
 namespace memwright::qt {
 
@@ -40,13 +38,14 @@ class Desktop {
     QtDialogViews dialogs_{window};
     NativeFileSystem files_;
     QtSettingsStore settings_;
-    QtPrinter printer_{files_};
+    LoadedPrinter printer_{files_};
     NativeRunLocks locks_;
     QtClock clock_;
     QtEventLoop loop_;
-    QtSerialDevices devices_;
+    LoadedDesk desk_;
+    LoadedDevices devices_{desk_};
     ComPorts com_ports_;
-    QtSerialPort port_{[this](int number) { return com_ports_.device_of(number); }};
+    LoadedPort port_{desk_, [this](int number) { return com_ports_.device_of(number); }};
 
   public:
     Program program{{messages_, file_dialogs_, files_, settings_, port_, clock_, loop_, window,

@@ -121,7 +121,7 @@ TEST_F(Print, without_a_part_of_the_program_says_what_to_do) {
         const Ended ended = run_to_end(alone);
         EXPECT_EQ(ended.status, 4);
         EXPECT_EQ(ended.output, "");
-        EXPECT_THAT(ended.errors, StartsWith("memwright-cli: Cannot load what this command needs"));
+        EXPECT_THAT(ended.errors, StartsWith("memwright-cli: Cannot load a part of Memwright"));
         EXPECT_THAT(ended.errors, HasSubstr(why));
         EXPECT_THAT(ended.errors, HasSubstr("\nInstall Memwright again, with the packages"));
         EXPECT_EQ(folder_.names(), Words{"radio.120"});

@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "cli/commands.h"
-#include "cli/desk_loader.h"
 #include "fuzz/sandbox.h"
 #include "fuzz/streams.h"
 #include "fuzz/target.h"
@@ -92,7 +91,7 @@ Given given_by(Input input) {
 // No module may ever be loaded here.
 void expect_no_desk() {
     try {
-        cli::open_desk(DeskWork::ports);
+        open_desk(DeskWork::ports);
         ADD_FAILURE() << "the desk is the real one";
     } catch (const FileError& error) {
         EXPECT_STREQ(error.what(), "There is no desk here.");

@@ -1,4 +1,5 @@
-// The desk on Qt, without a window and without a display.
+// The desk on Qt. For a program without windows it brings the application, too, one that needs no
+// display.
 
 #include <QGuiApplication>
 #include <string>
@@ -35,6 +36,7 @@ struct NoArguments {
 };
 
 std::unique_ptr<QCoreApplication> application(DeskWork work, NoArguments& arguments) {
+    if (QCoreApplication::instance() != nullptr) return nullptr;
     if (work == DeskWork::ports) {
         return std::make_unique<QCoreApplication>(arguments.count, arguments.list);
     }

@@ -1,7 +1,7 @@
 // The default printer of a desktop that has a print queue, and of one that has none. Each case is a
 // process of its own: a process stays with the print service that it found first.
 
-#include "qt/qt_printer.h"
+#include "qt/printing/qt_printer.h"
 
 #include <gmock/gmock.h>
 

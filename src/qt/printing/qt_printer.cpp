@@ -1,4 +1,4 @@
-#include "qt/qt_printer.h"
+#include "qt/printing/qt_printer.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -9,7 +9,7 @@
 #include "qt/core/text.h"
 #include "qt/print/painted_document.h"
 #include "qt/print/pdf_document.h"
-#include "qt/print_service.h"
+#include "qt/printing/print_service.h"
 
 namespace memwright::qt {
 namespace {

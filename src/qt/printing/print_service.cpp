@@ -1,4 +1,4 @@
-#include "qt/print_service.h"
+#include "qt/printing/print_service.h"
 
 #include <QLibrary>
 
