@@ -3,19 +3,24 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
+#include <utility>
 
 #include "platform/error.h"
 
 namespace memwright {
 namespace {
 
+using std::chrono::microseconds;
+
 constexpr int kBufferSize = 30000;
 constexpr int kReceiveThreshold = 8;
 constexpr int kBinary = 1;
-// How often a wait looks at the port: often enough to cost a transfer little, and seldom enough to
-// cost the machine little.
-constexpr std::chrono::milliseconds kLookInterval{10};
-constexpr std::chrono::milliseconds kLongestRound{100};
+// How often a wait looks at the port: within half a byte's time where bytes are coming, since the
+// port need not tell of each; and more and more seldom where none come, to leave the machine alone.
+constexpr microseconds kFirstLook{500};
+constexpr microseconds kLookInterval{10'000};
+constexpr microseconds kLongestRound{100'000};
 constexpr double kHalfDay = 12.0 * 60 * 60;
 
 }  // namespace
@@ -63,19 +68,23 @@ void SerialLink::pause(double sec) {
         const double left = sec - (now - start);
         // Deliberate: a wait across midnight ends when the same time of day comes round again.
         if (left <= 0 || (midnight_passed && now >= start)) return;
-        const auto round = std::chrono::milliseconds(static_cast<int>(std::ceil(left * 1000)));
-        loop_.wait(std::clamp(round, std::chrono::milliseconds(1), kLongestRound));
+        const auto round = microseconds(static_cast<std::int64_t>(std::ceil(left * 1e6)));
+        loop_.wait(std::min(round, kLongestRound));
     }
 }
 
 void SerialLink::wait_for_bytes(const std::function<bool(int)>& enough,
                                 const std::function<void(int)>& look) {
+    microseconds round = kFirstLook;
+    int before = -1;
     while (true) {
         control_.check();
         const int count = MSComm1_.InBufferCount();
         if (look) look(count);
         if (enough(count)) return;
-        loop_.wait(kLookInterval);
+        const bool coming = std::exchange(before, count) != count;
+        round = coming ? kFirstLook : std::min(2 * round, kLookInterval);
+        loop_.wait(round);
     }
 }
 

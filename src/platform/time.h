@@ -29,7 +29,7 @@ class EventLoop {
     virtual ~EventLoop() = default;
 
     // Handles the events that have come; if none have, sleeps until one does or `at_most` is over.
-    virtual void wait(std::chrono::milliseconds at_most) = 0;
+    virtual void wait(std::chrono::microseconds at_most) = 0;
 
     // Runs `tick` every `interval` from now on, as long as the Connection lives.
     [[nodiscard]] virtual Connection every(std::chrono::milliseconds interval,

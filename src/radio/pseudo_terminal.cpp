@@ -25,10 +25,12 @@
 namespace memwright::radio {
 namespace {
 
+using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 
 // How often to look whether the other end was opened where the system does not tell.
 constexpr milliseconds kLookForOpening{50};
+constexpr std::chrono::minutes kLongestWait{1};
 constexpr milliseconds kTimeToTakeLastBytes{200};
 constexpr milliseconds kLookForLastBytes{5};
 
@@ -73,10 +75,19 @@ class OtherEnd {
     int descriptor_;
 };
 
-// Rounded up: not to wake before the time has come.
-int milliseconds_until(PseudoTerminal::Time until) {
-    const auto left = std::chrono::ceil<milliseconds>(until - PseudoTerminal::now());
-    return static_cast<int>(std::clamp<milliseconds::rep>(left.count(), 0, 60'000));
+// Waits until a descriptor can be read (-1 stands for none) or the time is over. Bytes on the line
+// are 1.1 milliseconds apart: a wait in whole milliseconds would make each of them late.
+void wait_for(std::span<pollfd> watched, std::optional<PseudoTerminal::Time> at_most) {
+#ifdef __linux__
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(at_most.value_or(0us));
+    const timespec time = {seconds.count(), 1000 * (at_most.value_or(0us) - seconds).count()};
+    const int result = ppoll(watched.data(), watched.size(), at_most ? &time : nullptr, nullptr);
+#else
+    const auto whole = at_most ? std::chrono::ceil<milliseconds>(*at_most) : milliseconds(-1);
+    const int result =
+        poll(watched.data(), static_cast<nfds_t>(watched.size()), static_cast<int>(whole.count()));
+#endif
+    if (result < 0 && errno != EINTR) fail("wait");
 }
 
 }  // namespace
@@ -128,13 +139,12 @@ PseudoTerminal::Activity PseudoTerminal::wait(std::optional<Time> until) {
     // A terminal that nobody has open would end every wait at once.
     std::array<pollfd, 3> watched = {
         {{stop_pipe[0], POLLIN, 0}, {watch_, POLLIN, 0}, {open_ ? master_ : -1, POLLIN, 0}}};
-    int timeout = until ? milliseconds_until(*until) : -1;
-    if (!open_ && watch_ < 0) {
-        const int look = static_cast<int>(kLookForOpening.count());
-        timeout = timeout < 0 ? look : std::min(timeout, look);
-    }
-    if (!open_ && is_open()) timeout = 0;
-    if (poll(watched.data(), watched.size(), timeout) < 0 && errno != EINTR) fail("wait");
+    std::optional<Time> at_most;
+    if (until) at_most = std::clamp<Time>(*until - now(), 0s, kLongestWait);
+    if (!open_ && watch_ < 0)
+        at_most = std::min<Time>(at_most.value_or(kLookForOpening), kLookForOpening);
+    if (!open_ && is_open()) at_most = 0s;
+    wait_for(watched, at_most);
     return look();
 }
 

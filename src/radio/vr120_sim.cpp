@@ -5,6 +5,7 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/error.h"
@@ -20,6 +21,8 @@ namespace {
 
 // Bytes that arrive one shortly after the other are handed over together, as serial adapters do.
 constexpr Time kHandOver = std::chrono::milliseconds(1);
+// A computer that has opened its port drops what arrives before it has set it up.
+constexpr Time kSetUp = std::chrono::milliseconds(20);
 
 constexpr int kFailed = 1;
 constexpr int kWrongArguments = 2;
@@ -44,8 +47,10 @@ void pass_on(const PseudoTerminal::Activity& activity, SimulatedRadio& radio) {
     const Time now = PseudoTerminal::now();
     if (!activity.bytes_before.empty()) radio.receive(activity.bytes_before, now);
     if (activity.closed) radio.line_closed(now);
-    if (activity.opened) radio.line_opened(now);
-    if (!activity.bytes_after.empty()) radio.receive(activity.bytes_after, now);
+    if (!activity.opened) return;
+    std::this_thread::sleep_for(kSetUp);
+    radio.line_opened(PseudoTerminal::now());
+    if (!activity.bytes_after.empty()) radio.receive(activity.bytes_after, PseudoTerminal::now());
 }
 
 std::optional<Time> next_hand_over(const SimulatedRadio& radio) {

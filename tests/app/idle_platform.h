@@ -52,7 +52,7 @@ class IdleLoop final : public Clock, public EventLoop {
     double seconds_since_midnight() override { return now_; }
     std::string date_and_time() override { return "21.11.26 12:34"; }
     std::string timestamp() override { return "2026-11-21 12.34.56"; }
-    void wait(std::chrono::milliseconds at_most) override {
+    void wait(std::chrono::microseconds at_most) override {
         ++waits;
         now_ += std::chrono::duration<double>(at_most).count();
         // What comes may say what is to come next.

@@ -40,7 +40,7 @@ class VirtualTime final : public Clock, public EventLoop {
 
     Time end = std::chrono::hours(1);
     int waits = 0;
-    std::chrono::milliseconds longest_wait{0};
+    Time longest_wait{0};
 
     Time now() const { return now_; }
 
@@ -65,7 +65,7 @@ class VirtualTime final : public Clock, public EventLoop {
     std::string date_and_time() override { return "21.11.26 12:34"; }
     std::string timestamp() override { return "2026-11-21 12.34.56"; }
 
-    void wait(std::chrono::milliseconds at_most) override {
+    void wait(Time at_most) override {
         ++waits;
         longest_wait = std::max(longest_wait, at_most);
         Time next = now_ + at_most;
@@ -87,9 +87,8 @@ class VirtualTime final : public Clock, public EventLoop {
     }
 
     void run_for(Time duration) {
-        using std::chrono::milliseconds;
         const Time until = now_ + duration;
-        while (now_ < until) wait(std::chrono::ceil<milliseconds>(until - now_));
+        while (now_ < until) wait(until - now_);
     }
 
   private:

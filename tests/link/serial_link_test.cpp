@@ -168,15 +168,27 @@ TEST_F(SerialLinkTest, waiting_for_bytes_ends_with_the_event_that_brings_the_las
     EXPECT_EQ(hexadecimal(bench.link.take()), "0C 01 41 31 38 12 00 C9");
 }
 
-TEST_F(SerialLinkTest, waiting_for_bytes_has_no_limit_and_looks_every_10_ms) {
+TEST_F(SerialLinkTest, waiting_for_bytes_has_no_limit_and_looks_every_10_ms_in_the_end) {
     bench.link.open();
     bench.time.after(30min, [this] { bench.control.end_now(); });
     EXPECT_THROW(transfer([this] { bench.link.wait_for_bytes([](int) { return false; }); }),
                  TransferCancelled);
     EXPECT_EQ(bench.time.now(), 30min);
     EXPECT_GE(bench.time.waits, 30 * 60 * 100);
-    EXPECT_LE(bench.time.waits, 30 * 60 * 100 + 8);
+    // Eight bytes come, with a look between each two of them, and five before the looks are seldom.
+    EXPECT_LE(bench.time.waits, 30 * 60 * 100 + 8 + 8 + 5);
     EXPECT_EQ(bench.time.longest_wait, 10ms);
+}
+
+TEST_F(SerialLinkTest, waiting_for_bytes_looks_soon_where_the_port_tells_of_none) {
+    bench.link.open();
+    std::vector<Time> looks;
+    bench.time.run_for(1s);
+    bench.link.take();
+    bench.link.wait_for_bytes([&](int) { return looks.size() == 8; },
+                              [&](int) { looks.push_back(bench.time.now() - 1s); });
+    EXPECT_THAT(
+        looks, testing::ElementsAre(0us, 500us, 1500us, 3500us, 7500us, 15500us, 25500us, 35500us));
 }
 
 TEST_F(SerialLinkTest, clearing_empties_the_status_line_and_window_caret_included) {

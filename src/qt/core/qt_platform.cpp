@@ -5,7 +5,9 @@
 #include <QLocale>
 #include <QSettings>
 #include <QTimer>
+#include <chrono>
 #include <memory>
+#include <thread>
 
 #include "qt/core/text.h"
 
@@ -44,7 +46,12 @@ void QtSettingsStore::remove(const std::string& application, const std::string& 
 }
 
 double QtClock::seconds_since_midnight() {
-    return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+    // Qt's own times end at milliseconds, which would lengthen each of a transfer's 240 pauses.
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    const auto whole = std::chrono::floor<std::chrono::milliseconds>(now);
+    const QTime time = QDateTime::fromMSecsSinceEpoch(whole.count()).time();
+    return (time.msecsSinceStartOfDay() + Milliseconds(now - whole).count()) / 1000;
 }
 
 std::string QtClock::date_and_time() {
@@ -55,10 +62,17 @@ std::string QtClock::timestamp() {
     return to_utf8(QDateTime::currentDateTime().toString("yyyy-MM-dd hh.mm.ss"));
 }
 
-void QtEventLoop::wait(std::chrono::milliseconds at_most) {
+void QtEventLoop::wait(std::chrono::microseconds at_most) {
+    const auto whole = std::chrono::floor<std::chrono::milliseconds>(at_most);
+    if (whole.count() == 0) {
+        // Less than Qt's timers know, and than anybody notices.
+        std::this_thread::sleep_for(at_most);
+        QEventLoop().processEvents();
+        return;
+    }
     QTimer alarm;
     alarm.setTimerType(Qt::PreciseTimer);
-    alarm.start(at_most);
+    alarm.start(whole);
     QEventLoop().processEvents(QEventLoop::WaitForMoreEvents);
 }
 

@@ -27,7 +27,7 @@ class QtClock final : public Clock {
 
 class QtEventLoop final : public EventLoop {
   public:
-    void wait(std::chrono::milliseconds at_most) override;
+    void wait(std::chrono::microseconds at_most) override;
     Connection every(std::chrono::milliseconds interval, std::function<void()> tick) override;
 };
 
