@@ -113,7 +113,7 @@ class Surroundings:
         self.processes.remove(process)
 
     def run(self, *command):
-        """Seconds, processor seconds and KiB of a program that has to succeed."""
+        """Seconds and processor seconds of a program that has to succeed."""
         start = time.monotonic()
         process = subprocess.Popen([str(word) for word in command], env=self.environment,
                                    cwd=self.folder, stdin=subprocess.DEVNULL,
@@ -123,7 +123,7 @@ class Surroundings:
         seconds = time.monotonic() - start
         if status != 0:
             raise Failure(f"{command[0]} failed: {output}")
-        return seconds, usage.ru_utime + usage.ru_stime, usage.ru_maxrss
+        return seconds, usage.ru_utime + usage.ru_stime
 
     def end(self):
         for process in reversed(self.processes):
@@ -186,25 +186,32 @@ def window(around):
 
     program = around.start(BIN / "memwright")
     time.sleep(3)
-    before = consumed(program.pid)
-    seconds = 30
-    time.sleep(seconds)
-    after = consumed(program.pid)
-    table.goal("idle: processor", (after[0] - before[0]) / seconds * 100, 0.05, " % of a core",
-               "{:.3f}")
-    table.goal("idle: wake-ups", (after[1] - before[1]) / seconds, 0.5, " a second")
+    processor, wakeups = share(program.pid, 30)
+    table.goal("idle: processor", processor, 0.05, " % of a core", "{:.3f}")
+    table.goal("idle: wake-ups", wakeups, 0.5, " a second")
     around.stop(program)
     return table.end()
 
 
 def consumed(pid):
-    """Processor seconds and voluntary waits of all threads of a process."""
-    seconds, waits = 0.0, 0
+    """Processor seconds and voluntary waits of each thread of a process."""
+    threads = {}
     for thread in pathlib.Path(f"/proc/{pid}/task").iterdir():
-        seconds += int((thread / "schedstat").read_text().split()[0]) / 1e9
+        nanoseconds = int((thread / "schedstat").read_text().split()[0])
         status = (thread / "status").read_text()
-        waits += int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", status, re.M).group(1))
-    return seconds, waits
+        waits = int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", status, re.M).group(1))
+        threads[thread.name] = (nanoseconds / 1e9, waits)
+    return threads
+
+
+def share(pid, seconds):
+    """Percents of a processor that a process takes, and how often in a second it wakes up."""
+    before = consumed(pid)
+    time.sleep(seconds)
+    after = consumed(pid)
+    processor, waits = (sum(now[i] - before.get(thread, (0, 0))[i] for thread, now in after.items())
+                        for i in (0, 1))
+    return processor / seconds * 100, waits / seconds
 
 
 def transfers(around):
@@ -213,7 +220,7 @@ def transfers(around):
     for mode, command, name, needs in (("send", "read", "read", read_needs()),
                                        ("receive", "write", "write", write_needs())):
         radio, device = around.radio(mode)
-        seconds, processor, _ = around.run(BIN / "memwright-cli", command, "--yes", "--port",
+        seconds, processor = around.run(BIN / "memwright-cli", command, "--yes", "--port",
                                            device, read)
         around.stop(radio)
         table.row(f"{name}: line and pauses need", f"{needs:.2f} s", "")
@@ -223,9 +230,15 @@ def transfers(around):
     around.environment["QT_QPA_PLATFORM"] = "offscreen"
     pictures = around.folder / "pictures"
     pictures.mkdir()
-    seconds, processor, _ = around.run(BIN / "memwright-tour", BIN / "vr120-sim", pictures)
-    table.goal("the window's read and write, start and dialogs included",
-               processor / seconds * 100, 3, " % of a core")
+    tour = around.start(BIN / "memwright-tour", BIN / "vr120-sim", pictures,
+                        stdout=subprocess.DEVNULL)
+    # It reads in its first half minute and writes in its last.
+    for name, wait, seconds in (("read", 8, 16), ("write", 12, 14)):
+        time.sleep(wait)
+        table.goal(f"the window's {name}: processor", share(tour.pid, seconds)[0], 3,
+                   " % of a core")
+    if tour.wait() != 0:
+        raise Failure("memwright-tour failed")
     return table.end()
 
 
@@ -238,10 +251,12 @@ def command_line(around):
              for i in range(640)]
     csv.write_bytes("\r\n".join(["Ch,MHz,Mode,Pref,Label", *lines, ""]).encode())
     around.run(BIN / "memwright-cli", "import", image, csv)
-    runs = [around.run(BIN / "memwright-cli", "export", image, "-") for _ in range(51)]
-    table.goal("export of 640 channels", statistics.median(run[0] for run in runs) * 1000, 10, " ms")
-    table.goal("export: memory", statistics.median(run[2] for run in runs) / 1024, 12, " MiB",
-               "{:.1f}")
+    printed = subprocess.run([BIN / "process_cost", BIN / "memwright-cli", "export", image, "-"],
+                             env=around.environment, check=True, capture_output=True, text=True)
+    seconds, processor, memory = map(float, printed.stdout.split())
+    table.goal("export of 640 channels", seconds, 10, " ms")
+    table.row("export: processor", f"{processor:.2f} ms", "")
+    table.goal("export: memory", memory / 1024, 12, " MiB", "{:.1f}")
     return table.end()
 
 

@@ -47,7 +47,9 @@ class CleanRootTest : public testing::Test {
     }
     void expect_every_library() const {
         for (const std::string& program : kPrograms) expect_complete("/usr/bin/" + program);
-        expect_complete("/usr/lib/memwright/modules/memwright-desk.so");
+        for (const std::string& module : kModules) {
+            expect_complete("/usr/lib/memwright/modules/" + module);
+        }
         for (const char* plugin : {"/platforms/libqxcb.so", "/platforms/libqoffscreen.so",
                                    "/printsupport/libcupsprintersupport.so"}) {
             expect_complete(std::string(QT_PLUGINS) + plugin);

@@ -80,7 +80,7 @@ TEST_F(Installed, the_command_line_finds_its_module_when_the_installation_has_mo
 }
 
 TEST_F(Installed, the_command_line_names_the_module_that_it_misses) {
-    fs::remove(installation.module());
+    fs::remove(installation.module("memwright-desk.so"));
     const auto outcome = printing::run_program(installation.program("memwright-cli"), {"ports"},
                                                installation.environment());
     EXPECT_EQ(outcome.status.code, 4);

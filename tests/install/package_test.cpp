@@ -57,7 +57,8 @@ TEST_F(Package, depends_on_the_packages_of_the_libraries_that_its_binaries_name)
     const DebianPackage package;
     const Installation installation;
     std::set<std::string> needed;
-    std::vector<fs::path> binaries = {installation.module()};
+    std::vector<fs::path> binaries;
+    for (const std::string& module : kModules) binaries.push_back(installation.module(module));
     for (const std::string& program : kPrograms) binaries.push_back(installation.program(program));
     for (const fs::path& binary : binaries) needed.merge(packages_for(binary));
     EXPECT_THAT(needed, testing::Contains("libqt6serialport6"));

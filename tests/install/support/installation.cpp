@@ -16,8 +16,8 @@ Installation::Installation() {
     install(prefix());
 }
 
-fs::path Installation::module() const {
-    return prefix() / INSTALL_LIBDIR / "memwright/modules/memwright-desk.so";
+fs::path Installation::module(const std::string& name) const {
+    return prefix() / INSTALL_LIBDIR / "memwright/modules" / name;
 }
 
 fs::path Installation::page(const std::string& program) const {
@@ -67,14 +67,16 @@ Files installed_files() {
     const int library = fs::exists("/etc/debian_version") ? 0644 : 0755;
     const std::string id = kId;
     const std::string icons = "share/icons/hicolor/";
-    Files files = {{INSTALL_LIBDIR "/memwright/modules/memwright-desk.so", library},
-                   {"share/applications/" + id + ".desktop", 0644},
+    Files files = {{"share/applications/" + id + ".desktop", 0644},
                    {"share/bash-completion/completions/memwright-cli", 0644},
                    {"share/doc/memwright/copyright", 0644},
                    {"share/metainfo/" + id + ".metainfo.xml", 0644},
                    {"share/mime/packages/" + id + ".xml", 0644},
                    {icons + "scalable/apps/" + id + ".svg", 0644},
                    {icons + "scalable/mimetypes/" + kMimeIcon + ".svg", 0644}};
+    for (const std::string& module : kModules) {
+        files[INSTALL_LIBDIR "/memwright/modules/" + module] = library;
+    }
     for (const std::string& program : kPrograms) {
         files["bin/" + program] = 0755;
         files["share/man/man1/" + program + ".1"] = 0644;

@@ -19,6 +19,8 @@ inline constexpr const char* kId = "org.memwright.Memwright";
 inline constexpr const char* kMimeType = "application/x-vr120-image";
 inline constexpr const char* kMimeIcon = "application-x-vr120-image";
 inline const std::vector<std::string> kPrograms = {"memwright", "memwright-cli", "vr120-sim"};
+// What they load when they need it.
+inline const std::vector<std::string> kModules = {"memwright-desk.so", "memwright-printing.so"};
 
 class Installation {
   public:
@@ -27,7 +29,7 @@ class Installation {
     std::filesystem::path prefix() const { return folder_.path() / "prefix"; }
     std::filesystem::path program(const std::string& name) const { return prefix() / "bin" / name; }
     std::filesystem::path share() const { return prefix() / "share"; }
-    std::filesystem::path module() const;  // that memwright-cli loads
+    std::filesystem::path module(const std::string& name) const;
     std::filesystem::path page(const std::string& program) const;
     std::filesystem::path desktop_file() const;
     std::filesystem::path mime_file() const;
