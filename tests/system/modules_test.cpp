@@ -39,7 +39,7 @@ TEST_F(SystemModules, a_start_loads_neither_serial_ports_nor_printing) {
     for (const char* part : {"SerialPort", "PrintSupport", "memwright-"}) {
         EXPECT_THAT(loaded(), Not(HasSubstr(part)));
     }
-    choose("Transfer", "Comm Port");
+    choose("Settings", "Port...");
     program->dialog("Comm Port");
     EXPECT_THAT(loaded(), HasSubstr("libQt6SerialPort"));
     EXPECT_THAT(loaded(), Not(HasSubstr("PrintSupport")));
@@ -60,7 +60,7 @@ TEST_F(SystemModules, that_are_missing_are_named_and_the_rest_works) {
     program->message_box("Memwright", "memwright-printing.so");
     keyboard.press("Enter");
     main();
-    choose("Transfer", "Comm Port");
+    choose("Settings", "Port...");
     program->message_box("Memwright", "Install Memwright again");
     keyboard.press("Enter");
     main();
