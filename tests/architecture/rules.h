@@ -22,8 +22,8 @@ inline constexpr std::size_t kHeaderLines = 200;
 inline constexpr std::size_t kSourceLines = 400;
 
 // The folders whose files may include Qt's headers.
-inline constexpr std::array<std::string_view, 5> kQtFolders = {
-    "src/qt/", "tools/tour/", "tests/qt/", "tests/gui/", "tests/system/"};
+inline constexpr std::array<std::string_view, 6> kQtFolders = {
+    "src/qt/", "benchmarks/qt/", "tools/tour/", "tests/qt/", "tests/gui/", "tests/system/"};
 
 bool is_known_folder(std::string_view folder);
 
