@@ -17,6 +17,7 @@
 #include "fuzz/target.h"
 #include "image/layout.h"
 #include "platform/error.h"
+#include "platform/modules.h"
 #include "radio/demonstration.h"
 
 namespace memwright::fuzz {
