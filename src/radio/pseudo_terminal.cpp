@@ -4,12 +4,14 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sched.h>
 #include <stdlib.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 #ifdef __linux__
 #include <sys/inotify.h>
+#include <sys/prctl.h>
 #endif
 
 #include <algorithm>
@@ -101,6 +103,14 @@ void stop_on_signals() {
     sigaction(SIGINT, &action, nullptr);
     action.sa_handler = SIG_IGN;
     sigaction(SIGPIPE, &action, nullptr);
+}
+
+void be_punctual() {
+#ifdef __linux__
+    prctl(PR_SET_TIMERSLACK, 1UL);
+    const sched_param first{.sched_priority = 1};
+    sched_setscheduler(0, SCHED_FIFO, &first);
+#endif
 }
 
 bool stop_requested() { return stop_flag != 0; }

@@ -16,6 +16,10 @@ namespace memwright::radio {
 void stop_on_signals();
 bool stop_requested();
 
+// Asks for this thread to run as soon as its time has come, whatever else the computer has to do: a
+// radio's bytes do not wait for programs. Does nothing where that is not allowed.
+void be_punctual();
+
 class PseudoTerminal {
   public:
     using Time = std::chrono::microseconds;  // of the steady clock

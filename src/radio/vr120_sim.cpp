@@ -20,7 +20,7 @@ namespace memwright::radio {
 namespace {
 
 // Bytes that arrive one shortly after the other are handed over together, as serial adapters do.
-constexpr Time kHandOver = std::chrono::milliseconds(1);
+constexpr Time kHandOver = std::chrono::microseconds(500);
 // A computer that has opened its port drops what arrives before it has set it up.
 constexpr Time kSetUp = std::chrono::milliseconds(20);
 
@@ -92,6 +92,7 @@ int start(const std::vector<std::string>& arguments) {
         return kWrongArguments;
     }
     stop_on_signals();
+    be_punctual();
     SimulatedRadio radio(memory, command.options);
     PseudoTerminal line;
     say(line.path());

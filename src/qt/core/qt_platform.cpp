@@ -14,6 +14,8 @@
 namespace memwright::qt {
 namespace {
 
+using namespace std::chrono_literals;
+
 QSettings store_of(const std::string& application) {
     return QSettings(QSettings::IniFormat, QSettings::UserScope, "Memwright",
                      from_utf8(application));
@@ -63,9 +65,9 @@ std::string QtClock::timestamp() {
 }
 
 void QtEventLoop::wait(std::chrono::microseconds at_most) {
-    const auto whole = std::chrono::floor<std::chrono::milliseconds>(at_most);
-    if (whole.count() == 0) {
-        // Less than Qt's timers know, and than anybody notices.
+    // Qt's timers are up to a millisecond late. The rest is less than anybody notices.
+    const auto whole = std::chrono::floor<std::chrono::milliseconds>(at_most) - 1ms;
+    if (whole.count() <= 0) {
         std::this_thread::sleep_for(at_most);
         QEventLoop().processEvents();
         return;
