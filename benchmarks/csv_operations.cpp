@@ -1,5 +1,6 @@
 // CSV export and import, with a file system in memory: what the disk takes is not ours.
 
+#include <algorithm>
 #include <memory>
 
 #include "fakes/scripted_dialogs.h"
@@ -50,6 +51,18 @@ Operation import(const char* name, int count, bool counted, const char* frequenc
             }};
 }
 
+// What memory allows: the same million lines, only copied.
+Operation copy() {
+    return {"memory/copy_1000000_lines", 1'000'000, false, [] {
+                auto text = std::make_shared<const std::string>(lines(1'000'000));
+                auto target = std::make_shared<std::string>(text->size(), ' ');
+                return [text, target] {
+                    std::ranges::copy(*text, target->begin());
+                    use(*target);
+                };
+            }};
+}
+
 }  // namespace
 
 void add_csv(Operations& operations) {
@@ -61,6 +74,7 @@ void add_csv(Operations& operations) {
     operations.push_back(import("import_1000000", 1'000'000, false));
     operations.push_back(import("import_100000_skipped", 100'000, false, "351.50000"));
     operations.push_back(import("import_1000000_skipped", 1'000'000, false, "351.50000"));
+    operations.push_back(copy());
 }
 
 }  // namespace memwright::benchmarks

@@ -16,8 +16,9 @@ using std::chrono::microseconds;
 constexpr int kBufferSize = 30000;
 constexpr int kReceiveThreshold = 8;
 constexpr int kBinary = 1;
-// How often a wait looks at the port: within half a byte's time where bytes are coming, since the
-// port need not tell of each; and more and more seldom where none come, to leave the machine alone.
+// How often a wait looks at the port: some three times in a byte's 1.1 ms where bytes are coming,
+// since the port need not tell of each; and more and more seldom where none come, to leave the
+// machine alone.
 constexpr microseconds kFirstLook{300};
 constexpr microseconds kLookInterval{10'000};
 constexpr microseconds kLongestRound{100'000};

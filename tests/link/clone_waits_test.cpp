@@ -9,21 +9,24 @@ namespace memwright::link_tests {
 namespace {
 
 constexpr Time kLookInterval = 10ms;
-constexpr int kSoonerLooks = 5;  // after 0.5, 1, 2, 4 and 8 ms
+constexpr int kSoonerLooks = 6;   // after 0.3, 0.6, 1.2, 2.4, 4.8 and 9.6 ms
+constexpr int kLooksInAByte = 2;  // of 1.146 ms: 0.3 and 0.9 ms after it began
 constexpr Time kLongestRound = 100ms;
 
 // No more rounds than events, one for each byte, and looks at the port and the clock: a few at
-// first and then one every 10 ms while it waits for bytes, and one more where a pause ends.
-void expect_sleeps(const CloneBench& bench, int pauses) {
+// first and then one every 10 ms while it waits for bytes, two in each byte that is waited for, and
+// one more where a pause ends.
+void expect_sleeps(const CloneBench& bench, int pauses, int bytes_waited_for = 0) {
     EXPECT_LE(bench.time.waits, static_cast<int>(bench.port.arrived) +
-                                    bench.time.now() / kLookInterval + kSoonerLooks + 2L * pauses);
+                                    bench.time.now() / kLookInterval + kSoonerLooks +
+                                    kLooksInAByte * bytes_waited_for + 2L * pauses);
     EXPECT_LE(bench.time.longest_wait, kLongestRound);
 }
 
 TEST(CloneWaits, a_read_sleeps_between_events) {
     CloneBench bench(sending());
     bench.click_read();
-    expect_sleeps(bench, 240);
+    expect_sleeps(bench, 240, 8 + 241 * 11);
 }
 
 TEST(CloneWaits, a_write_sleeps_between_events) {
