@@ -23,7 +23,7 @@ function(memwright_library folder)
 endfunction()
 
 # memwright_module(<name> <source> <library>...)
-# adds the module memwright-<name>.so, which lies beside the programs and is installed for them.
+# adds the module memwright-<name>, which lies beside the programs and is installed for them.
 function(memwright_module name source)
   add_library(memwright_${name} MODULE ${source})
   target_link_libraries(memwright_${name} PRIVATE ${ARGN})

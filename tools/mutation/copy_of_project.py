@@ -135,7 +135,7 @@ class Copy:
         for m in self.usable():
             by_path[m.path].append(m)
         wanted = {}
-        for part in ('src', 'tests', 'cmake'):
+        for part in ('src', 'tests', 'benchmarks', 'cmake'):
             for p in (self.root / part).rglob('*'):
                 if p.is_file():
                     wanted[p.relative_to(self.root)] = p.read_bytes()
