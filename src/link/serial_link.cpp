@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
-#include <utility>
+#include <optional>
 
 #include "platform/error.h"
 
@@ -77,15 +77,16 @@ void SerialLink::pause(double sec) {
 void SerialLink::wait_for_bytes(const std::function<bool(int)>& enough,
                                 const std::function<void(int)>& look) {
     microseconds round = kFirstLook;
-    int before = -1;
+    std::optional<int> before;
     while (true) {
         control_.check();
         const int count = MSComm1_.InBufferCount();
         if (look) look(count);
         if (enough(count)) return;
-        const bool coming = std::exchange(before, count) != count;
-        round = coming ? kFirstLook : std::min(2 * round, kLookInterval);
+        if (before != count) round = kFirstLook;
+        before = count;
         loop_.wait(round);
+        round = std::min(2 * round, kLookInterval);
     }
 }
 

@@ -191,6 +191,15 @@ TEST_F(SerialLinkTest, waiting_for_bytes_looks_soon_where_the_port_tells_of_none
                 testing::ElementsAre(0us, 300us, 900us, 2100us, 4500us, 9300us, 18900us, 28900us));
 }
 
+TEST_F(SerialLinkTest, waiting_for_bytes_looks_soon_again_after_each_byte) {
+    bench.link.open();
+    std::vector<Time> looks;
+    bench.link.wait_for_bytes([](int count) { return count == 3; },
+                              [&](int) { looks.push_back(bench.time.now()); });
+    EXPECT_THAT(looks, ElementsAre(0us, 300us, 900us, 1145us, 1445us, 2045us, 2291us, 2591us,
+                                   3191us, 3437us));
+}
+
 TEST_F(SerialLinkTest, clearing_empties_the_status_line_and_window_caret_included) {
     bench.Text1.text = "one\r\n";
     bench.Text1.caret = 5;
