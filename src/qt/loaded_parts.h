@@ -3,9 +3,13 @@
 // Serial ports and the printer, which are loaded when they are first used: most of what is done in
 // the window needs neither. FileError, from whatever is called first, if they cannot be loaded.
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/desk.h"
 #include "platform/modules.h"
