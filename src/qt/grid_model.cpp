@@ -35,7 +35,7 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid()) return {};
+    if (!is_cell(index)) return {};
     const int row = index.row() + kHeadings;
     switch (role) {
         case Qt::DisplayRole:
@@ -57,10 +57,16 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    const int sections = orientation == Qt::Horizontal ? columnCount() : rowCount();
+    if (section < 0 || section >= sections) return {};
     if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
     if (role != Qt::DisplayRole) return {};
     return from_radio(orientation == Qt::Horizontal ? grid_.TextMatrix(0, section)
                                                     : grid_.TextMatrix(section + kHeadings, 0));
+}
+
+bool GridModel::is_cell(const QModelIndex& index) const {
+    return index.isValid() && index.row() < rowCount() && index.column() < columnCount();
 }
 
 void GridModel::show(const GridChange& change) {

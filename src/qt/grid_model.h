@@ -1,7 +1,8 @@
 #pragma once
 
 // The grid as an item model. The heading row and the label column are the model's headers; the
-// model's row r is the grid's row r + 1, and columns have the same numbers.
+// model's row r is the grid's row r + 1, and columns have the same numbers. Assistive programs ask
+// for any row and column: those that are not there are answered with nothing.
 
 #include <QAbstractTableModel>
 
@@ -19,6 +20,7 @@ class GridModel final : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
+    bool is_cell(const QModelIndex& index) const;
     void show(const GridChange& change);
 
     MSFlexGrid& grid_;

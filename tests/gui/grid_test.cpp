@@ -4,6 +4,7 @@
 
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <climits>
 
 #include "gui/support/window_test.h"
 
@@ -70,6 +71,30 @@ TEST_F(Grid, shows_five_columns_with_their_headings_at_their_widths) {
     EXPECT_EQ(grid().verticalHeader()->width(), 113);
     EXPECT_EQ(corner().text(), "#");
     EXPECT_EQ(corner().size(), QSize(113, 21));
+}
+
+TEST_F(Grid, questions_about_rows_and_columns_that_are_not_there_are_answered_with_nothing) {
+    const QAbstractItemModel& model = *grid().model();
+    for (const int role :
+         {static_cast<int>(Qt::DisplayRole), static_cast<int>(Qt::TextAlignmentRole),
+          static_cast<int>(Qt::AccessibleTextRole)}) {
+        for (const int section : {INT_MIN, -1, 15, 640, 641, INT_MAX}) {
+            EXPECT_FALSE(model.headerData(section, Qt::Horizontal, role).isValid()) << section;
+        }
+        for (const int section : {INT_MIN, -1, 640, 641, INT_MAX}) {
+            EXPECT_FALSE(model.headerData(section, Qt::Vertical, role).isValid()) << section;
+        }
+    }
+    EXPECT_EQ(model.headerData(639, Qt::Vertical, Qt::DisplayRole), "Bank 9 - 63");
+    EXPECT_EQ(model.headerData(14, Qt::Horizontal, Qt::DisplayRole), "");
+}
+
+TEST_F(Grid, a_cell_of_a_table_that_has_become_smaller_is_answered_with_nothing) {
+    const QModelIndex last = index(640, 14);
+    ASSERT_TRUE(last.data().isValid());
+    form().MSFlexGrid1.set_rows(10);
+    EXPECT_FALSE(last.data().isValid());
+    EXPECT_FALSE(last.data(Qt::TextAlignmentRole).isValid());
 }
 
 TEST_F(Grid, columns_and_rows_cannot_be_resized_by_hand) {
