@@ -1,10 +1,10 @@
 #include "qt/overlays.h"
 
-#include <QAbstractItemView>
-#include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "qt/core/text.h"
 #include "qt/grid_view.h"
@@ -60,6 +60,15 @@ bool keeps_keys(QEvent& event) {
 void turn_over_grid(const QWidget& overlay, QWheelEvent& event) {
     auto* const grid = overlay.parentWidget()->findChild<GridView*>();
     if (grid != nullptr) QCoreApplication::sendEvent(grid->viewport(), &event);
+}
+
+// An overlay that loses the focus to its own list or its own context menu is still in use. The
+// window's menus take the focus for the same reason (Qt::PopupFocusReason).
+bool has_own_popup(const QWidget& overlay) {
+    const auto parts = overlay.findChildren<QWidget*>();
+    return std::ranges::any_of(parts, [](const QWidget* part) {
+        return part->isVisible() && part->windowType() == Qt::Popup;
+    });
 }
 
 template <class Box>
@@ -135,28 +144,46 @@ bool CellTextBox::type(QKeyEvent& event) {
                          (event.modifiers() & commands) != (Qt::ControlModifier | Qt::AltModifier);
     const bool one = typed.size() == 1 && typed.front().category() != QChar::Other_Control;
     if (command || !one) return false;
-    const std::string bytes = to_radio(typed);
-    char character = bytes.front();
-    if (from_radio(bytes) != typed) return true;  // not in the radio's character set
-    if (box_->key_press && !box_->key_press(character)) return true;
-    QKeyEvent filtered(event.type(), event.key(), event.modifiers() & Qt::ShiftModifier,
-                       from_radio(std::string(1, character)));
+    const QString taken = accepted(typed);
+    if (taken.isEmpty()) return true;
+    QKeyEvent filtered(event.type(), event.key(), event.modifiers() & Qt::ShiftModifier, taken);
     QLineEdit::keyPressEvent(&filtered);
     return true;
 }
 
+// What becomes of a typed character; "" if it is dropped.
+QString CellTextBox::accepted(const QString& typed) const {
+    const std::string bytes = to_radio(typed);
+    char character = bytes.front();
+    if (from_radio(bytes) != typed) return {};  // not in the radio's character set
+    if (box_->key_press && !box_->key_press(character)) return {};
+    return from_radio(std::string(1, character));
+}
+
+// What an input method commits (dead keys and Compose are one, too) is typed: each character meets
+// the filter with those before it in the text. The first takes the place of what is replaced.
+void CellTextBox::inputMethodEvent(QInputMethodEvent* event) {
+    int start = event->replacementStart(), length = event->replacementLength();
+    const QString committed = event->commitString().normalized(QString::NormalizationForm_C);
+    for (const QChar character : committed) {
+        const QString taken = accepted(character);
+        if (taken.isEmpty()) continue;
+        QInputMethodEvent one;
+        one.setCommitString(taken, start, length);
+        QLineEdit::inputMethodEvent(&one);
+        start = length = 0;
+    }
+    QInputMethodEvent composed(event->preeditString(), event->attributes());
+    if (committed.isEmpty()) composed.setCommitString({}, start, length);
+    QLineEdit::inputMethodEvent(&composed);
+}
+
 void CellTextBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    if (!own_menu_) box_->focus_lost();
+    if (!has_own_popup(*this)) box_->focus_lost();
 }
 
 void CellTextBox::wheelEvent(QWheelEvent* event) { turn_over_grid(*this, *event); }
-
-void CellTextBox::contextMenuEvent(QContextMenuEvent* event) {
-    own_menu_ = true;
-    QLineEdit::contextMenuEvent(event);
-    own_menu_ = false;
-}
 
 CellComboBox::CellComboBox(QWidget* parent) : QComboBox(parent) {
     setFrame(false);
@@ -218,7 +245,7 @@ void CellComboBox::keyPressEvent(QKeyEvent* event) {
 
 void CellComboBox::focusOutEvent(QFocusEvent* event) {
     QComboBox::focusOutEvent(event);
-    if (!view()->isVisible() && event->reason() != Qt::PopupFocusReason) box_->focus_lost();
+    if (!has_own_popup(*this)) box_->focus_lost();
 }
 
 void CellComboBox::wheelEvent(QWheelEvent* event) { turn_over_grid(*this, *event); }

@@ -21,16 +21,16 @@ class CellTextBox final : public QLineEdit {
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
     void show_text();
     void tell_text();
     bool type(QKeyEvent& event);
+    QString accepted(const QString& typed) const;
 
     TextBox* box_ = nullptr;
-    bool own_menu_ = false;
     std::vector<Connection> connections_;
 };
 

@@ -33,6 +33,14 @@ class EditingFocus : public EditingTest {
         EXPECT_EQ(focused(), focus);
         EXPECT_EQ(cell(3, 1), "TYPED");
     }
+    // Opens a menu with the mouse; it is left open.
+    QMenu& open_menu(const char* name) {
+        QMenuBar& bar = *window().menuBar();
+        auto& menu = widget<QMenu>(name);
+        click(place_of(bar, bar.actionGeometry(menu.menuAction())).center());
+        EXPECT_TRUE(wait_until([&] { return menu.isVisible(); }));
+        return menu;
+    }
     std::string saved_tag() {
         NativeFileSystem files;
         modVR120 store(files);
@@ -136,10 +144,11 @@ TEST_F(EditingFocus, another_window_closes_the_overlay_and_the_focus_comes_back_
 
 TEST_F(EditingFocus, a_menu_that_is_opened_and_left_closes_the_overlay) {
     edit();
-    QMenuBar& bar = *window().menuBar();
-    auto& menu = widget<QMenu>("mnuFile");
-    click(place_of(bar, bar.actionGeometry(menu.menuAction())).center());
-    ASSERT_TRUE(wait_until([&] { return menu.isVisible(); }));
+    open_menu("mnuFile").hide();
+    window().activateWindow();
+    expect_closed();
+    edit_list();
+    QMenu& menu = open_menu("mnuFile");
     EXPECT_EQ(open_overlay(), "none");
     menu.hide();
     window().activateWindow();
@@ -222,20 +231,25 @@ TEST_F(EditingFocus, a_file_that_is_opened_meanwhile_closes_the_overlay) {
     EXPECT_NE(cell(3, 1), "TYPED");
 }
 
-TEST_F(EditingFocus, the_text_boxs_own_menu_leaves_it_open) {
+TEST_F(EditingFocus, an_overlays_own_menu_leaves_it_open) {
+    const auto look_at_menu_of = [this](QLineEdit& line, const std::string& overlay) {
+        Robot robot;
+        robot.when([] { return QApplication::activePopupWidget() != nullptr; },
+                   [&] {
+                       EXPECT_EQ(open_overlay(), overlay);
+                       QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+                   });
+        robot.during([&] {
+            const QPoint middle = line.rect().center();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, middle, line.mapToGlobal(middle));
+            QCoreApplication::sendEvent(&line, &event);
+        });
+        EXPECT_EQ(open_overlay(), overlay);
+    };
     edit();
-    Robot robot;
-    robot.when([] { return QApplication::activePopupWidget() != nullptr; },
-               [this] {
-                   EXPECT_EQ(open_overlay(), "TxtGrid");
-                   QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-               });
-    robot.during([this] {
-        const QPoint middle = box().rect().center();
-        QContextMenuEvent event(QContextMenuEvent::Mouse, middle, box().mapToGlobal(middle));
-        QCoreApplication::sendEvent(&box(), &event);
-    });
-    EXPECT_EQ(open_overlay(), "TxtGrid");
+    look_at_menu_of(box(), "TxtGrid");
+    edit_list();
+    look_at_menu_of(*list().lineEdit(), "CboGrid");
 }
 
 TEST_F(EditingFocus, an_overlay_follows_its_cell_when_the_window_is_resized) {

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QInputMethodEvent>
 #include <QSignalSpy>
 
 #include "gui/support/editing_test.h"
@@ -210,19 +211,49 @@ TEST_F(Editing, a_drop_obeys_the_same_rules) {
     EXPECT_EQ(cell(kEmptyRow, 4), "Off");
 }
 
-TEST_F(Editing, what_an_input_method_commits_obeys_the_same_rules) {
+TEST_F(Editing, what_an_input_method_commits_is_filtered_as_it_is_when_typed) {
+    open(kEmptyRow, 1);
+    commit(QString::fromUtf8("A\xC3\xA9\xC3\xA6\xC2\xBD\xE2\x82\xACz"));
+    EXPECT_EQ(cell(kEmptyRow, 1), "AZ");
+    EXPECT_EQ(text(), "AZ");
+    commit("bcdefgh");
+    EXPECT_EQ(cell(kEmptyRow, 1), "AZBCDE");
+    open(kEmptyRow, 2);
+    commit(QString::fromUtf8("1\xC2\xBD"));
+    EXPECT_EQ(text(), "1");
+    EXPECT_EQ(cell(kEmptyRow, 2), "1.00000");
+    EXPECT_EQ(cell(kEmptyRow, 3), "NFM");
+    commit("45.5.5");
+    EXPECT_EQ(text(), "145.55");
+    EXPECT_EQ(cell(kEmptyRow, 2), "145.55000");
+}
+
+TEST_F(Editing, an_accent_of_its_own_is_dropped_with_its_letter) {
     open(kEmptyRow, 1);
     commit(
-        QString::fromUtf8("\xC3\xBC"
-                          "bcdefgh"));
-    EXPECT_EQ(cell(kEmptyRow, 1),
-              "\xC3\xBC"
-              "bcdef");
-    EXPECT_EQ(text(), cell(kEmptyRow, 1));
-    open(kEmptyRow, 2);
-    commit("433");
-    EXPECT_EQ(cell(kEmptyRow, 2), "433.00000");
-    EXPECT_EQ(cell(kEmptyRow, 3), "NFM");
+        QString::fromUtf8("e\xCC\x81"
+                          "A"));
+    EXPECT_EQ(cell(kEmptyRow, 1), "A");
+}
+
+TEST_F(Editing, a_commit_takes_the_place_of_what_is_selected_unless_all_of_it_is_dropped) {
+    set_cell(kEmptyRow, 1, "OLD");
+    open(kEmptyRow, 1);
+    commit(QString::fromUtf8("\xC3\xA9#"));
+    EXPECT_EQ(cell(kEmptyRow, 1), "OLD");
+    EXPECT_EQ(box().selectedText(), "OLD");
+    commit("new");
+    EXPECT_EQ(cell(kEmptyRow, 1), "NEW");
+}
+
+TEST_F(Editing, a_commit_that_replaces_what_stands_before_the_caret_does_so) {
+    set_cell(kEmptyRow, 1, "AB");
+    open(kEmptyRow, 1);
+    key(Qt::Key_End);
+    QInputMethodEvent event;
+    event.setCommitString("xy", -1, 1);
+    QCoreApplication::sendEvent(&box(), &event);
+    EXPECT_EQ(cell(kEmptyRow, 1), "AXY");
 }
 
 TEST_F(Editing, a_held_key_costs_one_cell_a_change) {

@@ -125,6 +125,34 @@ TEST_F(SystemEditing, after_a_menu_is_left_the_keys_go_on_in_the_grid) {
     EXPECT_EQ(cell(1, 1), "ABC");
 }
 
+TEST_F(SystemEditing, a_command_by_mouse_closes_the_list_over_a_cell) {
+    const auto path = changing_image();
+    start({path.string()});
+    wait_for_caption(std::string(kTitle) + " - " + path.string());
+    keyboard.type("abc");
+    keyboard.press("Esc");
+    mouse.drag(label(2), label(5));
+    mouse.double_click(grid().cell(3, 3));
+    keyboard.type("AM");
+    expect_eventually([&] { return cell(4, 3); }, Eq("AM"));
+    choose("Edit Channels", "Cut");
+    expect_eventually([&] { return cell(4, 3); }, Eq(""));
+    keyboard.press("Up");
+    keyboard.type("NFM");
+    expect_eventually([&] { return cell(3, 1); }, Eq("NFM"));
+    EXPECT_EQ(cell(4, 1), "");
+
+    const Query list{.name = "Choice for the cell", .showing = true};
+    for (const auto& [menu, entry] :
+         {std::pair("Settings", "Show Status Window"), std::pair("Edit Channels", "Copy")}) {
+        mouse.double_click(grid().cell(6, 3));
+        main().find(list);
+        choose(menu, entry);
+        program->settle();
+        EXPECT_FALSE(main().find_now(list)) << entry;
+    }
+}
+
 TEST_F(SystemEditing, a_write_that_is_started_with_an_editor_open_sends_what_was_typed_last) {
     plug_in({"--mode", "receive"});
     const auto path = changing_image();
