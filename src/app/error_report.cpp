@@ -19,8 +19,13 @@ void ErrorReport::guard(const std::function<void()>& procedure) {
 
 void ErrorReport::show(const std::string& text) {
     status_window_.add_line(text);
-    messages_.show(
-        {.text = text, .title = "Memwright", .buttons = Buttons::ok, .icon = Icon::critical});
+    const Message message{
+        .text = text, .title = "Memwright", .buttons = Buttons::ok, .icon = Icon::critical};
+    if (in_a_transfer_()) {
+        shown_ = messages_.ask(message, [](Answer) {});
+    } else {
+        messages_.show(message);
+    }
 }
 
 }  // namespace memwright

@@ -13,8 +13,12 @@ namespace memwright {
 
 class ErrorReport {
   public:
-    ErrorReport(MessageBox& messages, StatusWindow& status_window)
-        : messages_(messages), status_window_(status_window) {}
+    // `in_a_transfer`: whether one is under way, which is not to wait until the user has read.
+    ErrorReport(MessageBox& messages, StatusWindow& status_window,
+                std::function<bool()> in_a_transfer)
+        : messages_(messages),
+          status_window_(status_window),
+          in_a_transfer_(std::move(in_a_transfer)) {}
 
     // Runs an event's procedure.
     void guard(const std::function<void()>& procedure);
@@ -24,6 +28,8 @@ class ErrorReport {
 
     MessageBox& messages_;
     StatusWindow& status_window_;
+    std::function<bool()> in_a_transfer_;
+    Connection shown_;
 };
 
 }  // namespace memwright

@@ -25,7 +25,7 @@ Program::Program(Platform platform, ComPorts& ports)
       shell_(form, platform.window, platform.settings, platform.files, table_, image_files_),
       status_window_(form.Text1, form.mnuShwDbg, platform.settings,
                      [this] { shell_.Form_Resize(); }),
-      errors_(platform.messages, status_window_),
+      errors_(platform.messages, status_window_, [this] { return control_.running(); }),
       stall_watch_(form.Label1),
       control_({form.TransferProgress, form.ReceivedLabel, form.TransferButton}, platform.port,
                form, platform.messages),
@@ -37,7 +37,11 @@ Program::Program(Platform platform, ComPorts& ports)
       csv_files_(table_, form.MSFlexGrid1, platform.file_dialogs, platform.files, import_progress_),
       printing_(platform.printer, platform.clock, platform.messages,
                 [this] { return image_files_.current_path(); }),
+      closing_(shell_, image_files_, control_, platform.window,
+               [this](const std::function<void()>& procedure) { guard(procedure); }),
       archive_(platform.files, platform.folders.data),
+      unfiled_(platform.files, archive_, platform.clock,
+               [this](const std::string& text) { status_window_.add_line(text); }),
       recovery_({store_, table_, form.MSFlexGrid1, image_files_, form},
                 {platform.files, platform.locks, platform.clock, platform.loop, platform.messages,
                  platform.folders.state},
@@ -72,18 +76,21 @@ void Program::pop_up_edit_menu() {
 }
 
 bool Program::close_allowed() {
-    bool Cancel = true;
-    guard([&] {
-        bool stay = false;
-        shell_.Form_Unload(stay);
-        Cancel = stay;
-    });
-    if (!Cancel) {
-        errors_.guard([&] { recovery_.end(); });
-        control_.end_now();
-        import_progress_.cancel();
-    }
-    return !Cancel;
+    bool allowed = false;
+    guard([&] { allowed = closing_.allowed(); });
+    if (!allowed) return false;
+    errors_.guard([&] { set_table_aside(); });
+    errors_.guard([&] { recovery_.end(); });
+    control_.end_now();
+    import_progress_.cancel();
+    return true;
+}
+
+// There is none before an image was opened or read.
+void Program::set_table_aside() {
+    if (!form.mnuSaveOnly.enabled) return;
+    table_.SaveVR120Data();
+    unfiled_.set_aside(store_.MemoryImage, image_files_.current_path());
 }
 
 void Program::escape_pressed() {
@@ -151,8 +158,14 @@ void Program::connect_menus() {
     connect(form.mnuShwDbg.clicked, [this] { status_window_.mnuShwDbg_Click(); });
     connect(form.mnuMiscSettings.clicked, [this] { show_dialog<frmMiscSetting>(store_); });
     connect(form.mnuSearchBandMem.clicked, [this] { show_dialog<frmLimitSearch>(store_); });
-    connect(form.mnuRead.clicked, [this] { clone_read_.mnuRead_Click(); });
-    connect(form.mnuWrite.clicked, [this] { clone_write_.mnuWrite_Click(); });
+    connect(form.mnuRead.clicked, [this] {
+        clone_read_.mnuRead_Click();
+        closing_.transfer_ended();
+    });
+    connect(form.mnuWrite.clicked, [this] {
+        clone_write_.mnuWrite_Click();
+        closing_.transfer_ended();
+    });
     connect(form.mnuforce.clicked, [this] { stall_watch_.mnuforce_Click(); });
     connect(form.mnuabout.clicked, [this] { show_dialog<Form5>(); });
 }
@@ -180,19 +193,25 @@ void Program::connect_grid() {
 }
 
 void Program::connect_transfers() {
-    connect(clone_read_.completed, [this] {
-        archive("read");
+    connections_.push_back(clone_read_.received.connect([this](const MemoryImage& image) {
+        archive(image, "read");
         for (const std::string& doubt : doubts_about(clone_read_.doubtful_blocks())) {
             status_window_.add_line(doubt);
         }
-    });
-    connect(clone_write_.beginning, [this] { archive("written"); });
+    }));
+    connections_.push_back(clone_read_.replacing.connect([this] { set_table_aside(); }));
+    connections_.push_back(
+        clone_write_.beginning.connect([this] { archive(store_.MemoryImage, "written"); }));
+    connections_.push_back(
+        image_files_.replaced.connect([this](const MemoryImage& image, const std::string& path) {
+            if (form.mnuSaveOnly.enabled) unfiled_.set_aside(image, path);
+        }));
 }
 
 // What cannot be kept stands in no transfer's way.
-void Program::archive(const char* what) {
+void Program::archive(const MemoryImage& image, const char* what) {
     try {
-        archive_.keep(store_.MemoryImage, platform_.clock.timestamp(), what);
+        archive_.keep(image, platform_.clock.timestamp(), what);
     } catch (const FileError& error) {
         status_window_.add_line(std::string("No copy of the image was kept. ") + error.what());
     }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/closing.h"
 #include "app/dialog_views.h"
 #include "app/error_report.h"
 #include "app/form1.h"
@@ -16,6 +17,7 @@
 #include "files/image_archive.h"
 #include "files/image_files.h"
 #include "files/recovery.h"
+#include "files/unfiled_images.h"
 #include "image/mod_vr120.h"
 #include "link/clone_read.h"
 #include "link/clone_write.h"
@@ -79,7 +81,8 @@ class Program {
     void connect_grid();
     void connect_overlays();
     void connect_transfers();
-    void archive(const char* what);
+    void archive(const MemoryImage& image, const char* what);
+    void set_table_aside();
 
     Platform platform_;
     ComPorts& ports_;
@@ -99,7 +102,9 @@ class Program {
     ImportProgress import_progress_;
     CsvFiles csv_files_;
     GridPrinting printing_;
+    Closing closing_;
     ImageArchive archive_;
+    UnfiledImages unfiled_;
     Recovery recovery_;
     std::vector<Connection> connections_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <string>
+#include <utility>
 
 #include "app/version.h"
 #include "platform/error.h"
@@ -129,28 +130,31 @@ void Shell::lay_out_transfer_controls(double status_line_top) {
 }
 
 void Shell::Form_Unload(bool& Cancel) {
+    store_place();
+    const auto answer = image_files_.ask_about_changes();
+    if (answer && !may_close_after(*answer)) Cancel = true;
+}
+
+void Shell::store_place() {
     settings_.save(kApplication, kSection, "FilePath", files_.current_folder());
     const WindowState state = window_.state();
+    if (state == WindowState::minimised) return;
     const auto save = [&](const char* key, const std::string& value) {
         settings_.save(kApplication, kSection, key, value);
     };
-    if (state != WindowState::minimised) {
-        save("WindowState", std::to_string(static_cast<int>(state)));
-        if (state == WindowState::normal) {
-            save("Width", text_from_number(window_.width()));
-            save("Height", text_from_number(window_.height()));
-            save("Left", text_from_number(window_.left()));
-            save("Top", text_from_number(window_.top()));
-        }
-    }
-    const auto answer = image_files_.ask_about_changes();
-    if (answer == Answer::cancel) Cancel = true;
-    if (answer != Answer::yes) return;
+    save("WindowState", std::to_string(static_cast<int>(state)));
+    if (state != WindowState::normal) return;
+    save("Width", text_from_number(window_.width()));
+    save("Height", text_from_number(window_.height()));
+    save("Left", text_from_number(window_.left()));
+    save("Top", text_from_number(window_.top()));
+}
+
+bool Shell::may_close_after(Answer answer) {
+    if (answer != Answer::yes) return answer == Answer::no;
     image_files_.save_cancelled = false;
     image_files_.mnuSaveOnly_Click();
-    if (!image_files_.save_cancelled) return;
-    image_files_.save_cancelled = false;
-    Cancel = true;
+    return !std::exchange(image_files_.save_cancelled, false);
 }
 
 }  // namespace memwright

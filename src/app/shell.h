@@ -33,6 +33,11 @@ class Shell {
     // is to stay open.
     void Form_Unload(bool& Cancel);
 
+    // Its parts, for when the answer comes later: storing the window's place, and what the answer
+    // to the question means. True if the window may close.
+    void store_place();
+    bool may_close_after(Answer answer);
+
   private:
     void set_start_states();
     void restore_status_window();

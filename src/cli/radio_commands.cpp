@@ -118,10 +118,10 @@ class Transfer {
     SerialLink link;
 
     // Keeps a dated copy of the image; what cannot be kept stands in no transfer's way.
-    void archive(const char* what) {
+    void archive(const MemoryImage& image, const char* what) {
         try {
             ImageArchive kept(files_, native_user_folders().data);
-            kept.keep(bench.store.MemoryImage, desk_->clock().timestamp(), what);
+            kept.keep(image, desk_->clock().timestamp(), what);
             archived = !kept.folder().empty();
         } catch (const FileError& error) {
             console_.say(std::string("No copy of the image was kept. ") + error.what());
@@ -143,7 +143,8 @@ Status read_radio(const Arguments& arguments, Session& session) {
     Workbench& bench = transfer.bench;
     CloneRead clone_read(transfer.link, bench.store, bench.table, bench.image_files, bench.form,
                          transfer.instructions);
-    const Connection completed = clone_read.completed.connect([&] { transfer.archive("read"); });
+    const Connection received = clone_read.received.connect(
+        [&](const MemoryImage& image) { transfer.archive(image, "read"); });
     try {
         if (clone_read.ReadFromVR120().empty()) throw TransferCancelled{};
     } catch (const TransferCancelled&) {
@@ -174,8 +175,8 @@ Status write_radio(const Arguments& arguments, Session& session) {
     bench.load(arguments[0]);
     CloneWrite clone_write(transfer.link, bench.store, bench.table, bench.form,
                            transfer.instructions);
-    const Connection beginning =
-        clone_write.beginning.connect([&] { transfer.archive("written"); });
+    const Connection beginning = clone_write.beginning.connect(
+        [&] { transfer.archive(bench.store.MemoryImage, "written"); });
     try {
         clone_write.WriteToVR120();
     } catch (const TransferCancelled&) {

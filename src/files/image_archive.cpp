@@ -10,15 +10,20 @@ namespace {
 
 constexpr const char* kExtension = ".120";
 
+constexpr std::string_view kTimestamp = "dddd-dd-dd dd.dd.dd ";
+
 // "2026-11-21 12.34.56 read.120" and the like. Whatever else lies in the folder is the user's.
 bool is_ours(const std::string& name) {
-    constexpr std::string_view kTimestamp = "dddd-dd-dd dd.dd.dd ";
     if (!name.ends_with(kExtension) || name.size() < kTimestamp.size()) return false;
     for (std::size_t i = 0; i < kTimestamp.size(); ++i) {
         const bool digit = name[i] >= '0' && name[i] <= '9';
         if (kTimestamp[i] == 'd' ? !digit : name[i] != kTimestamp[i]) return false;
     }
     return true;
+}
+
+bool is_set_aside(const std::string& name) {
+    return std::string_view(name).substr(kTimestamp.size()).starts_with(ImageArchive::kSetAside);
 }
 
 bool is_later(const std::string& name, const std::string& timestamp) {
@@ -48,8 +53,9 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
     files_.replace(path(name), image.bytes());
     std::size_t kept = 1;
     for (const std::string& other : old) {
-        if (kept < kMost && !holds(other, image)) {
-            ++kept;
+        const bool counts = is_set_aside(other) == is_set_aside(name);
+        if ((kept < kMost || !counts) && !holds(other, image)) {
+            if (counts) ++kept;
             continue;
         }
         try {

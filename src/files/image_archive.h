@@ -1,7 +1,8 @@
 #pragma once
 
-// Dated copies of the images that came from a radio or went to one, in the user's data folder. The
-// last 50 distinct ones are kept.
+// Dated copies of the images that came from a radio or went to one, and of those that were in no
+// file when they went ("set aside"), in the user's data folder. The last 50 distinct ones of either
+// are kept.
 
 #include <string>
 #include <vector>
@@ -15,13 +16,14 @@ namespace memwright {
 class ImageArchive {
   public:
     static constexpr std::size_t kMost = 50;
+    static constexpr const char* kSetAside = "set aside";
 
     // `data_folder`: the user's; "" if there is none, then nothing is kept.
     ImageArchive(FileSystem& files, const std::string& data_folder)
         : files_(files), folder_(data_folder.empty() ? "" : data_folder + "/radio images") {}
 
-    // Keeps an image under the date, `timestamp` (platform/time.h), and what happened to it: "read"
-    // or "written". An image that is there already gets the new name. FileError.
+    // Keeps an image under the date, `timestamp` (platform/time.h), and what happened to it:
+    // "read", "written" or kSetAside. An image that is there already gets the new name. FileError.
     void keep(const MemoryImage& image, const std::string& timestamp, const std::string& what);
 
     // The names of the images, the latest first.

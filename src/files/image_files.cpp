@@ -8,13 +8,18 @@
 
 namespace memwright {
 
-std::optional<Answer> ImageFiles::ask_about_changes() {
+std::optional<Message> ImageFiles::question_about_changes() {
     if (!table_.IsDataChanged()) return std::nullopt;
-    return desktop_.messages.show(
-        {.text = "The VR120 data has changed.\r\nDo you want to save the changes?",
-         .title = "Memwright",
-         .buttons = Buttons::yes_no_cancel,
-         .icon = Icon::exclamation});
+    return Message{.text = "The VR120 data has changed.\r\nDo you want to save the changes?",
+                   .title = "Memwright",
+                   .buttons = Buttons::yes_no_cancel,
+                   .icon = Icon::exclamation};
+}
+
+std::optional<Answer> ImageFiles::ask_about_changes() {
+    const auto question = question_about_changes();
+    if (!question) return std::nullopt;
+    return desktop_.messages.show(*question);
 }
 
 bool ImageFiles::may_go_on() {
@@ -62,6 +67,7 @@ void ImageFiles::open(const std::string& path) {
         store_.MemoryImage = old_image;
         throw;
     }
+    replaced(old_image, old_path);
     table_.ParseVR120Data();
     table_.SetChangeCheck();
     window_.EnableGui();
@@ -76,7 +82,7 @@ void ImageFiles::resume(const std::string& path) {
 
 void ImageFiles::mnuSaveOnly_Click() {
     table_.SaveVR120Data();
-    if (current_path_.empty() || is_kept_copy(current_path_)) {
+    if (needs_a_name()) {
         mnuSave_Click();
         return;
     }

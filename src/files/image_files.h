@@ -46,8 +46,12 @@ class ImageFiles {
     // that asked is to end with nothing changed.
     bool may_go_on();
 
-    // The question itself; none if there is nothing to ask.
+    // The question itself, and its answer; none if there is nothing to ask.
+    std::optional<Message> question_about_changes();
     std::optional<Answer> ask_about_changes();
+
+    // Save would ask for a name.
+    bool needs_a_name() const { return current_path_.empty() || is_kept_copy(current_path_); }
 
     // Set when a save that was asked for did not happen.
     bool save_cancelled = false;
@@ -57,6 +61,10 @@ class ImageFiles {
 
     // What image and table hold is in a file: one was opened, or it was saved.
     Signal<> in_a_file;
+
+    // What an opened file has taken the place of: the image, and the path of its file ("" if it had
+    // none).
+    Signal<const MemoryImage&, const std::string&> replaced;
 
     // Goes on with a file that another run of the program had open.
     void resume(const std::string& path);

@@ -82,18 +82,27 @@ void CloneRead::exchange() {
         link_.control().show_progress(percent);
     }
 
-    link_.send(kAcknowledgement);
-    link_.wait_for_bytes([](int count) { return count >= static_cast<int>(kFrameResponse); });
-    link_.take();
-    link_.send(kAcknowledgement);
+    received(received_);
+    try {
+        exchange_closing_frame();
+    } catch (const TransferCancelled&) {
+        // The memory is complete all the same.
+    }
     link_.close();
 
+    replacing();
     store_.MemoryImage = received_;
     result_ = "Success";
     link_.set_status("Read from VR-120 complete.");
     table_.SetChangeCheck();
     window_.EnableGui();
-    completed();
+}
+
+void CloneRead::exchange_closing_frame() {
+    link_.send(kAcknowledgement);
+    link_.wait_for_bytes([](int count) { return count >= static_cast<int>(kFrameResponse); });
+    link_.take();
+    link_.send(kAcknowledgement);
 }
 
 CloneRead::Response CloneRead::receive_block() {

@@ -29,8 +29,12 @@ class CloneRead {
     // "Invalid Checksum." after a block whose sum is wrong; "Success" when the read has ended.
     std::string ReadFromVR120();
 
-    // The radio has sent all of its memory.
-    Signal<> completed;
+    // The radio has sent all of its memory, this one. What is left of the exchange is for the
+    // radio: cancelling it completes the read.
+    Signal<const MemoryImage&> received;
+
+    // The image is about to be replaced by the one received.
+    Signal<> replacing;
 
     // The blocks of the image, 0 to 230, that came with a wrong sum in the last read.
     const std::vector<int>& doubtful_blocks() const { return doubtful_blocks_; }
@@ -39,6 +43,7 @@ class CloneRead {
     using Response = std::vector<std::uint8_t>;
 
     void exchange();
+    void exchange_closing_frame();
     Response receive_block();
     void keep_block(const Response& response, int count);
 

@@ -33,6 +33,7 @@ void CloneWrite::exchange() {
          .buttons = Buttons::ok_cancel});
     // The program may have been ended behind the instructions.
     link_.control().check();
+    sending_ = store_.MemoryImage;
     beginning();
     link_.InitPort();
     link_.open();
@@ -51,6 +52,7 @@ void CloneWrite::exchange() {
     link_.send(kClosingFrame);
     link_.pause(kSettle);
     link_.send(kClosingFrame);
+    link_.finish_sending();
 
     link_.set_status("Write To VR-120 complete.");
     link_.close();
@@ -62,7 +64,7 @@ std::vector<std::uint8_t> CloneWrite::block(int number) const {
     bytes.push_back(static_cast<std::uint8_t>(number));
     for (int i = 0; i < layout::kBlockSize; ++i) {
         bytes.push_back(number < layout::kImageBlocks
-                            ? store_.MemoryImage.get(number * layout::kBlockSize + i)
+                            ? sending_.get(number * layout::kBlockSize + i)
                             : kFiller);
     }
     const std::string sum = CalcChecksum(bytes, 0, kBlockChecksum - 1);

@@ -34,6 +34,8 @@ class CloneWrite {
     ChannelTable& table_;
     UserInterface& window_;
     MessageBox& messages_;
+
+    MemoryImage sending_;  // as it was at the beginning, whatever is done to the image meanwhile
 };
 
 }  // namespace memwright

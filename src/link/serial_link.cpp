@@ -90,6 +90,25 @@ void SerialLink::wait_for_bytes(const std::function<bool(int)>& enough,
     }
 }
 
+void SerialLink::open() {
+    MSComm1_.PortOpen(true);
+    output_.begin();
+}
+
+void SerialLink::send(std::span<const std::uint8_t> bytes) {
+    output_.all_have_left();
+    MSComm1_.Output(bytes);
+    output_.add(bytes.size());
+}
+
+void SerialLink::finish_sending() {
+    constexpr microseconds kByte{1'000};
+    while (!output_.all_have_left()) {
+        control_.check();
+        loop_.wait(kByte);
+    }
+}
+
 void SerialLink::clear_status() {
     status_.Text1.text = "";
     status_.Text1.caret = 0;

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 
+#include "link/output_watch.h"
 #include "link/transfer_control.h"
 #include "platform/controls.h"
 #include "platform/ms_comm.h"
@@ -30,7 +31,8 @@ class SerialLink {
           clock_(clock),
           loop_(loop),
           status_(status),
-          control_(control) {}
+          control_(control),
+          output_(MSComm1, clock) {}
 
     // Sets the port up without opening it.
     void InitPort();
@@ -43,9 +45,14 @@ class SerialLink {
     void wait_for_bytes(const std::function<bool(int)>& enough,
                         const std::function<void(int)>& look = {});
 
-    void send(std::span<const std::uint8_t> bytes) { MSComm1_.Output(bytes); }
+    // Sends bytes at once. PortError if those before them have not left for two seconds.
+    void send(std::span<const std::uint8_t> bytes);
+
+    // Waits until all bytes have left. PortError if they do not.
+    void finish_sending();
+
     std::vector<std::uint8_t> take() { return MSComm1_.Input(); }
-    void open() { MSComm1_.PortOpen(true); }
+    void open();
     void close() { MSComm1_.PortOpen(false); }
 
     void set_status(const std::string& text) { status_.Label1.caption = text; }
@@ -60,6 +67,7 @@ class SerialLink {
     EventLoop& loop_;
     Status status_;
     TransferControl& control_;
+    OutputWatch output_;
 };
 
 // The number of the port that transfers use.

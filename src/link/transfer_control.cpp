@@ -1,6 +1,6 @@
 #include "link/transfer_control.h"
 
-#include <string>
+#include <utility>
 
 namespace memwright {
 
@@ -57,17 +57,28 @@ void TransferControl::button_click() {
         return;
     }
     if (state_ != State::running) return;
-    if (kind_ == Kind::write) {
-        const Answer answer =
-            messages_.show({.text = "The radio holds only a part of the new memories so far.\r\n"
-                                    "If you stop now, write to it again before you use it.\r\n\r\n"
-                                    "Stop writing to the VR-120?",
-                            .title = "Write To VR-120",
-                            .buttons = Buttons::yes_no,
-                            .icon = Icon::exclamation});
-        if (answer != Answer::yes) return;
+    if (kind_ == Kind::read) {
+        end_now();
+        return;
     }
-    end_now();
+    ask({.text = "The radio holds only a part of the new memories so far.\r\n"
+                 "If you stop now, write to it again before you use it.\r\n\r\n"
+                 "Stop writing to the VR-120?",
+         .title = "Write To VR-120",
+         .buttons = Buttons::yes_no,
+         .icon = Icon::exclamation},
+        [this](Answer answer) {
+            if (answer == Answer::yes) end_now();
+        });
+}
+
+void TransferControl::ask(const Message& question, std::function<void(Answer)> answered) {
+    if (question_) return;
+    question_ = messages_.ask(question, [this, told = std::move(answered)](Answer answer) {
+        const auto tell = told;  // outlives the question
+        question_.reset();
+        tell(answer);
+    });
 }
 
 void TransferControl::end_now() {
@@ -76,6 +87,7 @@ void TransferControl::end_now() {
 
 void TransferControl::hide() {
     state_ = State::idle;
+    question_.reset();
     controls_.progress.visible = false;
     controls_.received.visible = false;
     controls_.button.visible = false;

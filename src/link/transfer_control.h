@@ -46,6 +46,11 @@ class TransferControl {
     // The button: cancel, or unlock. Cancelling a write is asked about first.
     void button_click();
 
+    // Asks something in the middle of a transfer, which goes on behind the question. When it ends
+    // first, the question goes away, and nobody is told. One question at a time: others are not
+    // asked.
+    void ask(const Message& question, std::function<void(Answer)> answered);
+
     // Ends a running transfer without a question.
     void end_now();
 
@@ -63,6 +68,7 @@ class TransferControl {
     State state_ = State::idle;
     Kind kind_ = Kind::read;
     bool cancelled_ = false;
+    Connection question_;
 };
 
 }  // namespace memwright

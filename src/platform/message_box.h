@@ -2,7 +2,10 @@
 
 // Modal message boxes. Texts are UTF-8; "\n" and "\r\n" are line breaks.
 
+#include <functional>
 #include <string>
+
+#include "platform/signal.h"
 
 namespace memwright {
 
@@ -24,6 +27,15 @@ class MessageBox {
     // Returns when the user has answered. Closing the box is Answer::cancel where it has a Cancel
     // button, Answer::no where it has only Yes and No.
     virtual Answer show(const Message& message) = 0;
+
+    // Opens the box without waiting for the answer, which `answered` is told: what has the thread
+    // goes on behind it. Once the Connection has gone, so has the box, and nobody is told. Where no
+    // window can stay open, the answer is there when this returns.
+    [[nodiscard]] virtual Connection ask(const Message& message,
+                                         std::function<void(Answer)> answered) {
+        answered(show(message));
+        return {};
+    }
 };
 
 }  // namespace memwright

@@ -30,10 +30,15 @@ class MSComm {
     virtual void RTSEnable(bool on) = 0;
     virtual void SThreshold(int bytes) = 0;
 
-    virtual void PortOpen(bool open) = 0;  // closing never fails
+    // Closing never fails: it gives the bytes on their way a moment to leave, and drops those that
+    // a line does not take.
+    virtual void PortOpen(bool open) = 0;
     virtual bool PortOpen() const = 0;
 
     virtual void Output(std::span<const std::uint8_t> bytes) = 0;  // goes out in one piece
+    // Bytes that were output and have not left yet, as far as the device can tell and the line's
+    // speed allows.
+    virtual int unsent_bytes() = 0;
     virtual int InBufferCount() = 0;
     virtual std::vector<std::uint8_t> Input() = 0;  // all bytes waiting, the oldest first
 };

@@ -67,6 +67,7 @@ class LoadedPort final : public MSComm {
     bool PortOpen() const override { return port_ && port_->PortOpen(); }
 
     void Output(std::span<const std::uint8_t> bytes) override { port().Output(bytes); }
+    int unsent_bytes() override { return port().unsent_bytes(); }
     int InBufferCount() override { return port().InBufferCount(); }
     std::vector<std::uint8_t> Input() override { return port().Input(); }
 

@@ -12,6 +12,8 @@
 #include <QTreeView>
 #include <QUrl>
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "qt/core/text.h"
 
@@ -94,6 +96,17 @@ void show_text(QMessageBox& box, const QString& text) {
     }
 }
 
+void set_up(QMessageBox& box, const Message& message) {
+    box.setObjectName("MessageBox");
+    box.setIcon(qt_icon(message.icon));
+    box.setWindowTitle(from_utf8(message.title));
+    box.setStandardButtons(qt_buttons(message.buttons));
+    box.setTextFormat(Qt::PlainText);
+    show_text(box, from_utf8(message.text).replace("\r\n", "\n"));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (message.buttons == Buttons::yes_no) box.setEscapeButton(QMessageBox::No);
+}
+
 // Where the desktop has no file dialog, Qt's own is shown: its places and the files' dates are to
 // be read whole, and a place in a hidden folder is not to look as if it could not be had.
 void make_readable(QFileDialog& dialog) {
@@ -115,14 +128,25 @@ void make_readable(QFileDialog& dialog) {
 }  // namespace
 
 Answer QtMessageBox::show(const Message& message) {
-    QMessageBox box(qt_icon(message.icon), from_utf8(message.title), QString(),
-                    qt_buttons(message.buttons), &owner_);
-    box.setObjectName("MessageBox");
-    box.setTextFormat(Qt::PlainText);
-    show_text(box, from_utf8(message.text).replace("\r\n", "\n"));
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    if (message.buttons == Buttons::yes_no) box.setEscapeButton(QMessageBox::No);
+    QMessageBox box(&owner_);
+    set_up(box, message);
     return answer_of(box.exec(), message.buttons);
+}
+
+Connection QtMessageBox::ask(const Message& message, std::function<void(Answer)> answered) {
+    // It may go while it tells its answer.
+    const std::shared_ptr<QMessageBox> box(new QMessageBox(&owner_), [](QMessageBox* gone) {
+        gone->disconnect();
+        gone->hide();
+        gone->deleteLater();
+    });
+    set_up(*box, message);
+    QObject::connect(box.get(), &QDialog::finished, box.get(),
+                     [answered = std::move(answered), buttons = message.buttons](int button) {
+                         answered(answer_of(button, buttons));
+                     });
+    box->open();
+    return box;
 }
 
 std::optional<std::string> QtFileDialogs::open(const FileRequest& request) {

@@ -12,6 +12,7 @@ class QtMessageBox final : public MessageBox {
     explicit QtMessageBox(QWidget& owner) : owner_(owner) {}
 
     Answer show(const Message& message) override;
+    Connection ask(const Message& message, std::function<void(Answer)> answered) override;
 
   private:
     QWidget& owner_;

@@ -19,7 +19,8 @@ class ErrorReports : public testing::Test {
     TextBox Text1{"Text1"};
     MenuEntry mnuShwDbg{"mnuShwDbg", "&Show Status Window"};
     StatusWindow status_window{Text1, mnuShwDbg, settings, [] {}};
-    ErrorReport report{messages, status_window};
+    bool in_a_transfer = false;
+    ErrorReport report{messages, status_window, [this] { return in_a_transfer; }};
 };
 
 TEST_F(ErrorReports, are_silent_when_nothing_fails) {
@@ -28,6 +29,16 @@ TEST_F(ErrorReports, are_silent_when_nothing_fails) {
     EXPECT_TRUE(ran);
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_EQ(Text1.text.get(), "");
+}
+
+TEST_F(ErrorReports, in_a_transfer_are_left_open_behind_which_it_goes_on) {
+    in_a_transfer = true;
+    messages.leaves_questions_open = true;
+    report.guard([] { throw FileError("Cannot save mem.120: No space left on device."); });
+    EXPECT_TRUE(messages.has_open_question());
+    EXPECT_EQ(messages.shown.back().text, "Cannot save mem.120: No space left on device.");
+    messages.answer_open_question(Answer::ok);
+    EXPECT_FALSE(messages.has_open_question());
 }
 
 TEST_F(ErrorReports, show_an_errors_text_as_it_stands_and_log_it) {

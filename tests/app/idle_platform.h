@@ -33,6 +33,7 @@ class SilentPort final : public PortWithoutSettings {
     }
     bool PortOpen() const override { return is_open; }
     void Output(std::span<const std::uint8_t> /*bytes*/) override {}
+    int unsent_bytes() override { return 0; }
     int InBufferCount() override { return 0; }
     std::vector<std::uint8_t> Input() override { return {}; }
 };

@@ -237,9 +237,12 @@ TEST_F(ProgramRecovery, a_close_during_a_transfer_leaves_nothing_behind) {
     const auto run = start_with_a_file();
     type(*run, "A");
     run->messages.answers = {Answer::no, Answer::ok, Answer::no};
-    run->time.after(2s, [&] { EXPECT_TRUE(run->program.close_allowed()); });
+    bool closed = false;
+    run->window.when_closed = [&] { closed = run->program.close_allowed(); };
+    run->time.after(2s, [&] { run->program.close_allowed(); });
     run->form.mnuRead.clicked();
     run->time.run_for(5s);
+    EXPECT_TRUE(closed);
     EXPECT_THAT(snapshots(), IsEmpty());
 }
 
@@ -305,6 +308,33 @@ TEST_F(ProgramRecovery, a_read_that_does_not_complete_is_not_archived) {
     run->time.after(3s, [&] { run->program.escape_pressed(); });
     run->form.mnuRead.clicked();
     EXPECT_THAT(archived(), IsEmpty());
+}
+
+TEST_F(ProgramRecovery,
+       a_read_whose_closing_frame_misses_a_byte_is_archived_and_completed_by_cancel) {
+    const auto run = start({{radio::FaultKind::missing_byte, radio::kClosing, 3}});
+    run->messages.answers = {Answer::ok};
+    run->time.after(50s, [&] {
+        EXPECT_THAT(archived(), ElementsAre("2026-11-21 12.34.56 read.120"));
+        run->program.escape_pressed();
+    });
+    run->form.mnuRead.clicked();
+    EXPECT_EQ(run->form.Label1.caption.get(), "Read from VR-120 complete.");
+    EXPECT_EQ(run->form.MSFlexGrid1.TextMatrix(1, columns::kTag), "TOWER");
+    EXPECT_EQ(archived("2026-11-21 12.34.56 read.120"), bytes(radio::demonstration_memory()));
+}
+
+TEST_F(ProgramRecovery, what_was_typed_into_a_table_that_a_read_replaces_is_set_aside) {
+    const auto run = start_with_a_file();
+    run->time.after(5s, [&] { type(*run, "A"); });
+    run->messages.answers = {Answer::ok};
+    run->form.mnuRead.clicked();
+    EXPECT_EQ(run->form.MSFlexGrid1.TextMatrix(1, columns::kTag), "TOWER");
+    ASSERT_THAT(archived(),
+                ElementsAre("2026-11-21 12.34.56 read.120", "2026-11-21 12.34.56 set aside.120"));
+    EXPECT_EQ(archived("2026-11-21 12.34.56 set aside.120")[0], 0x14);
+    EXPECT_TRUE(run->program.close_allowed());
+    EXPECT_THAT(archived(), SizeIs(2)) << "what was read is there already";
 }
 
 TEST_F(ProgramRecovery, what_is_about_to_be_written_is_archived_before_the_first_byte) {

@@ -1,6 +1,8 @@
 // What the window's events do to a transfer. The exchange itself is no matter here: nothing answers
 // on the port.
 
+#include <filesystem>
+
 #include "app/dialogs.h"
 #include "app/program_under_test.h"
 
@@ -158,6 +160,101 @@ TEST_F(Transfers, go_on_if_the_close_is_cancelled) {
     messages.answers = {Answer::no, Answer::ok};
     form.mnuRead.clicked();
     EXPECT_EQ(loop.waits, 4) << "it went on until it was cancelled";
+}
+
+// Closing the window with an unsaved change while a read listens; the question stays open.
+class ClosingBehindTransfer : public Transfers {
+  protected:
+    void SetUp() override {
+        Transfers::SetUp();
+        messages.leaves_questions_open = true;
+        window.when_closed = [this] { closed = program.close_allowed(); };
+    }
+
+    // Reads; asks to close in the second wait, and does `then` in the fifth.
+    void read(std::function<void()> then) {
+        edit("B");
+        loop.while_waiting = [this, then = std::move(then)] {
+            ASSERT_LT(loop.waits, 1000) << "the transfer does not end";
+            if (loop.waits == 2) {
+                EXPECT_FALSE(program.close_allowed());
+                EXPECT_TRUE(messages.has_open_question());
+                EXPECT_FALSE(program.close_allowed()) << "it is asked once";
+            }
+            if (loop.waits == 5) then();
+        };
+        messages.answers = {Answer::no, Answer::ok};
+        form.mnuRead.clicked();
+        EXPECT_EQ(messages.shown.at(2).text,
+                  "The VR120 data has changed.\r\nDo you want to save the changes?");
+        EXPECT_FALSE(messages.has_open_question());
+        EXPECT_FALSE(port.is_open);
+    }
+
+    bool closed = false;
+};
+
+TEST_F(ClosingBehindTransfer, cancel_lets_both_go_on) {
+    read([this] {
+        messages.answer_open_question(Answer::cancel);
+        EXPECT_TRUE(port.is_open);
+        in_wait(8, [this] { form.TransferButton.clicked(); });
+    });
+    EXPECT_EQ(loop.waits, 8);
+    EXPECT_EQ(messages.shown.size(), 3U);
+    EXPECT_FALSE(closed);
+}
+
+TEST_F(ClosingBehindTransfer, no_closes_the_window_and_ends_the_transfer) {
+    read([this] { messages.answer_open_question(Answer::no); });
+    EXPECT_EQ(loop.waits, 5);
+    EXPECT_TRUE(closed);
+    EXPECT_EQ(saved_tag("mem.120"), "A");
+}
+
+TEST_F(ClosingBehindTransfer, yes_saves_before_the_transfer_ends) {
+    read([this] {
+        messages.answer_open_question(Answer::yes);
+        EXPECT_EQ(saved_tag("mem.120"), "B");
+    });
+    EXPECT_EQ(loop.waits, 5);
+    EXPECT_TRUE(closed);
+}
+
+TEST_F(ClosingBehindTransfer, yes_with_a_save_that_fails_lets_both_go_on) {
+    read([this] {
+        files.writing_fails = true;
+        messages.answer_open_question(Answer::yes);
+        EXPECT_TRUE(port.is_open);
+        EXPECT_EQ(messages.shown.back().text,
+                  "Cannot save " + folder.file("mem.120") + ": the disk is full.");
+        messages.answer_open_question(Answer::ok);
+        in_wait(8, [this] { form.TransferButton.clicked(); });
+    });
+    EXPECT_EQ(loop.waits, 8);
+    EXPECT_FALSE(closed);
+}
+
+TEST_F(ClosingBehindTransfer, yes_without_a_file_ends_the_transfer_and_asks_for_a_name) {
+    std::filesystem::create_directories(folder.file("data/radio images"));
+    const std::string kept = folder.file("data/radio images/2026-11-21 12.34.56 read.120");
+    std::filesystem::copy_file(folder.file("mem.120"), kept);
+    program.open_named(kept);
+    dialogs.names = {folder.file("named.120")};
+    read([this] {
+        messages.answer_open_question(Answer::yes);
+        EXPECT_TRUE(dialogs.asked.empty()) << "the dialog would hold the transfer up";
+    });
+    EXPECT_EQ(loop.waits, 5);
+    EXPECT_EQ(dialogs.asked.size(), 1U);
+    EXPECT_TRUE(closed);
+    EXPECT_EQ(saved_tag("named.120"), "B");
+}
+
+TEST_F(ClosingBehindTransfer, a_transfer_that_ends_first_takes_the_question_along) {
+    read([this] { form.TransferButton.clicked(); });
+    EXPECT_FALSE(closed);
+    EXPECT_EQ(window.closes, 0);
 }
 
 TEST_F(Transfers, leave_the_stall_watch_and_the_status_window_toggle_working) {

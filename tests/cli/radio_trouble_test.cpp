@@ -6,6 +6,7 @@
 #include <csignal>
 
 #include "cli/support/radio_test.h"
+#include "fakes/pseudo_terminal.h"
 
 namespace memwright::cli_tests {
 namespace {
@@ -63,6 +64,21 @@ TEST_F(RadioTrouble, a_line_that_drops_ends_a_write) {
     const Ended ended = cli.end();
     EXPECT_EQ(ended.status, 4);
     EXPECT_THAT(ended.errors, HasSubstr("memwright-cli: Lost COM 1 (" + port + ")"));
+}
+
+TEST_F(RadioTrouble, a_line_that_takes_no_more_ends_a_write_with_the_number_of_its_bytes) {
+    ::memwright::testing::PseudoTerminal line;
+    RunningCli cli(command({"write", "a.120", "--port", line.path(), "--yes"}));
+    std::size_t arrived = line.receive(540, std::chrono::seconds(30)).size();
+    ASSERT_EQ(arrived, 540U);
+    const ::memwright::testing::StoppedLine stopped(line.path());
+    const Ended ended = cli.end();
+    // What came before the line was stopped counts, too.
+    while (!line.is_silent()) arrived += line.receive(1).size();
+    EXPECT_EQ(ended.status, 4);
+    EXPECT_THAT(ended.errors,
+                HasSubstr("memwright-cli: The serial port has stopped taking bytes: only " +
+                          std::to_string(arrived) + " of "));
 }
 
 TEST_F(RadioTrouble, a_device_that_is_none_is_told) {

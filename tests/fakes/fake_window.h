@@ -2,6 +2,7 @@
 
 // A main window's place on a screen, which remembers in which order it was moved and sized.
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -28,6 +29,7 @@ class FakeWindow final : public FormWindow {
     std::vector<std::string> calls;  // "Top=5100"
     std::set<std::string> refused;   // "Top": setting it is an error
     int closes = 0;
+    std::function<void()> when_closed;  // what the window system does of it
     int times_brought_into_sight = 0;
     std::vector<std::string> menus_popped_up;  // by name
 
@@ -49,7 +51,10 @@ class FakeWindow final : public FormWindow {
     double screen_width() const override { return its_screen_width; }
     double screen_height() const override { return its_screen_height; }
     void pop_up_menu(const std::string& name) override { menus_popped_up.push_back(name); }
-    void close() override { ++closes; }
+    void close() override {
+        ++closes;
+        if (when_closed) when_closed();
+    }
 
   private:
     void note(const std::string& what, double value) {

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdlib.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -71,6 +72,28 @@ class PseudoTerminal {
   private:
     int master_ = -1;
     std::string path_;
+};
+
+// A line that takes no bytes of the program's, as long as this lives or until it goes on.
+class StoppedLine {
+  public:
+    explicit StoppedLine(const std::string& path)
+        : device_(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
+        if (device_ < 0 || tcflow(device_, TCOOFF) != 0) {
+            throw std::runtime_error("the line " + path + " cannot be stopped");
+        }
+    }
+    ~StoppedLine() {
+        go_on();
+        close(device_);
+    }
+    StoppedLine(const StoppedLine&) = delete;
+    StoppedLine& operator=(const StoppedLine&) = delete;
+
+    void go_on() const { tcflow(device_, TCOON); }
+
+  private:
+    int device_;
 };
 
 }  // namespace memwright::testing

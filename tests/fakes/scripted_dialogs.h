@@ -6,8 +6,10 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/file_dialogs.h"
@@ -21,6 +23,25 @@ class ScriptedMessageBox final : public MessageBox {
     std::vector<Message> shown;
     std::function<void()> while_shown;  // what happens behind an open box
 
+    // Questions that are asked without waiting stay open until the test answers them, or they are
+    // withdrawn.
+    bool leaves_questions_open = false;
+    bool has_open_question() const { return !open_.expired(); }
+    void answer_open_question(Answer answer) {
+        const auto question = open_.lock();
+        ASSERT_NE(question, nullptr) << "no question is open";
+        open_.reset();
+        (*question)(answer);
+    }
+
+    Connection ask(const Message& message, std::function<void(Answer)> answered) override {
+        if (!leaves_questions_open) return MessageBox::ask(message, std::move(answered));
+        shown.push_back(message);
+        const auto question = std::make_shared<std::function<void(Answer)>>(std::move(answered));
+        open_ = question;
+        return question;
+    }
+
     Answer show(const Message& message) override {
         shown.push_back(message);
         if (while_shown) while_shown();
@@ -32,6 +53,9 @@ class ScriptedMessageBox final : public MessageBox {
         answers.pop_front();
         return answer;
     }
+
+  private:
+    std::weak_ptr<std::function<void(Answer)>> open_;
 };
 
 class ScriptedFileDialogs final : public FileDialogs {

@@ -4,6 +4,7 @@
 // notices a hang-up in the event loop: the port is closed, bytes not yet taken are dropped, and
 // every use of it is a PortError until it is opened or closed.
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -43,6 +44,9 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
 
     // If not, what arrives is found when the program looks, which is much quicker to simulate.
     bool bytes_end_waits = true;
+
+    // The line takes so many bytes since the opening and then no more.
+    std::optional<std::size_t> stops_after;
 
     std::string opening_fails;  // the PortError's text, if there is to be one
     // Bytes that arrive as others than the radio sent, by their position since the opening.
@@ -84,6 +88,8 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
             open_ = true;
             ++openings;
             arrived = 0;
+            output_ = 0;
+            left_at_ = time_.now();
             radio_->line_opened(time_.now());
         }
     }
@@ -95,8 +101,18 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
         if (sending) sending(piece);
         tell("Output of " + std::to_string(bytes.size()));
         sent.push_back(piece);
-        radio_->receive(bytes, time_.now());
+        const std::size_t taken = std::min(bytes.size(), room());
+        output_ += bytes.size();
+        left_at_ = std::max(left_at_, time_.now()) + kByte * static_cast<int>(taken);
+        radio_->receive(bytes.first(taken), time_.now());
         bring_up_to(time_.now());
+    }
+    // What has not left is what was output last.
+    int unsent_bytes() override {
+        require_open();
+        const std::size_t kept = stops_after && output_ > *stops_after ? output_ - *stops_after : 0;
+        const Time on_line = std::max(left_at_ - time_.now(), Time(0));
+        return static_cast<int>(kept) + static_cast<int>((on_line + kByte - Time(1)) / kByte);
     }
     int InBufferCount() override {
         require_open();
@@ -123,6 +139,14 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
     }
 
   private:
+    static constexpr Time kByte{1146};  // eleven bits at 9600 baud
+
+    // Bytes that the line still takes.
+    std::size_t room() const {
+        if (!stops_after) return std::string::npos;
+        return output_ < *stops_after ? *stops_after - output_ : 0;
+    }
+
     static std::string text_of(bool on) { return on ? "True" : "False"; }
 
     void tell(const std::string& what) const {
@@ -147,6 +171,8 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
     bool open_ = false;
     std::string lost_;
     Bytes waiting_;
+    std::size_t output_ = 0;  // bytes since the opening
+    Time left_at_{0};         // the last byte that the line took
 };
 
 }  // namespace memwright::fakes

@@ -74,6 +74,20 @@ TEST_F(Archive, two_images_of_the_same_second_are_both_kept_and_the_same_one_onc
     EXPECT_EQ(kept("2026-11-21 12.00.01 read 2.120"), bytes(image(2)));
 }
 
+TEST_F(Archive, images_set_aside_have_a_limit_of_their_own) {
+    for (int i = 0; i < 50; ++i) archive.keep(image(i), time(i), "read");
+    for (int i = 50; i < 101; ++i) archive.keep(image(i), time(i), ImageArchive::kSetAside);
+    const auto names = archive.names();
+    EXPECT_THAT(names, SizeIs(100));
+    EXPECT_THAT(names, Contains("2026-11-21 12.00.00 read.120"));
+    EXPECT_THAT(names, Contains("2026-11-21 12.01.40 set aside.120"));
+    EXPECT_THAT(names, Contains("2026-11-21 12.00.51 set aside.120"));
+    EXPECT_THAT(names, testing::Not(Contains("2026-11-21 12.00.50 set aside.120")));
+    archive.keep(image(101), time(101), "written");
+    EXPECT_THAT(archive.names(), SizeIs(100));
+    EXPECT_THAT(archive.names(), testing::Not(Contains("2026-11-21 12.00.00 read.120")));
+}
+
 TEST_F(Archive, keeps_the_last_fifty_distinct_ones) {
     for (int i = 0; i < 50; ++i) archive.keep(image(i), time(i), "read");
     EXPECT_THAT(archive.names(), SizeIs(50));

@@ -117,8 +117,8 @@ void clone_read(Input input) {
     ReadBench bench(files, input);
     bench.open_file();
     const auto before = bench.kept();
-    int completed = 0;
-    const Connection counted = bench.read.completed.connect([&] { ++completed; });
+    int received = 0;
+    const Connection counted = bench.read.received.connect([&](const MemoryImage&) { ++received; });
     bench.messages.answers = {Answer::ok};
 
     bool failed = false;
@@ -130,9 +130,8 @@ void clone_read(Input input) {
     }
     EXPECT_EQ(bench.messages.shown.size(), 1U);
     EXPECT_FALSE(bench.port.PortOpen());
-    if (completed > 0) {
-        EXPECT_EQ(completed, 1);
-        EXPECT_FALSE(failed);
+    EXPECT_LE(received, 1);
+    if (received > 0 && !failed) {
         expect_read(bench);
         return;
     }

@@ -45,6 +45,7 @@ class ScriptedPort final : public fakes::PortWithoutSettings, public fakes::Virt
     void PortOpen(bool open) override;
     bool PortOpen() const override { return open_; }
     void Output(std::span<const std::uint8_t> bytes) override;
+    int unsent_bytes() override { return 0; }
     int InBufferCount() override;
     std::vector<std::uint8_t> Input() override;
 

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QLabel>
+#include <vector>
 
 #include "gui/support/appearance.h"
 #include "gui/support/robot.h"
@@ -51,6 +53,56 @@ TEST_F(MessageBoxes, closing_a_box_is_its_most_careful_answer) {
         EXPECT_EQ(answer_to(asking(Buttons::yes_no), reply), Answer::no);
         EXPECT_EQ(answer_to(asking(Buttons::yes_no_cancel), reply), Answer::cancel);
     }
+}
+
+// A box that is asked without waiting.
+class AskedMessageBoxes : public MessageBoxes {
+  protected:
+    QMessageBox* box() { return owner_.findChild<QMessageBox*>("MessageBox"); }
+    void ask(Buttons buttons) {
+        open_ = boxes_.ask(asking(buttons), [this](Answer answer) { answers_.push_back(answer); });
+        ASSERT_NE(box(), nullptr);
+        EXPECT_TRUE(box()->isVisible());
+        EXPECT_TRUE(box()->isModal());
+        EXPECT_THAT(answers_, IsEmpty());
+    }
+    // What was to be deleted is.
+    void expect_gone() {
+        EXPECT_TRUE(wait_until([this] { return box() == nullptr; }));
+    }
+
+    Connection open_;
+    std::vector<Answer> answers_;
+};
+
+TEST_F(AskedMessageBoxes, stay_open_and_tell_the_answer_when_it_comes) {
+    ask(Buttons::yes_no);
+    QCoreApplication::processEvents();
+    EXPECT_THAT(answers_, IsEmpty());
+    press(QMessageBox::Yes)(*box());
+    EXPECT_THAT(answers_, ::testing::ElementsAre(Answer::yes));
+    open_.reset();
+    expect_gone();
+    EXPECT_THAT(answers_, ::testing::SizeIs(1));
+}
+
+TEST_F(AskedMessageBoxes, go_without_an_answer_when_nobody_wants_one) {
+    ask(Buttons::yes_no_cancel);
+    open_.reset();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    expect_gone();
+    EXPECT_THAT(answers_, IsEmpty());
+}
+
+TEST_F(AskedMessageBoxes, may_go_while_they_tell_their_answer) {
+    Answer answer = Answer::ok;
+    open_ = boxes_.ask(asking(Buttons::yes_no_cancel), [&](Answer given) {
+        open_.reset();
+        answer = given;
+    });
+    press_key(Qt::Key_Escape)(*box());
+    EXPECT_EQ(answer, Answer::cancel);
+    expect_gone();
 }
 
 TEST_F(MessageBoxes, icons_are_those_that_were_asked_for) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QMenuBar>
 #include <algorithm>
 
@@ -243,6 +244,39 @@ TEST_F(Write, a_write_asks_before_it_is_cancelled_and_goes_on_after_no) {
     EXPECT_EQ(transfer.direction, radio::Direction::receiving);
     EXPECT_GE(transfer.blocks, 7);
     EXPECT_EQ(transfer.checksum_errors + transfer.order_errors + transfer.stray_bytes, 0);
+}
+
+TEST_F(Write, goes_on_behind_the_question_whether_to_stop) {
+    const auto question = [] {
+        return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    };
+    after_ok()
+        .when(progress_of(1), [&] { press_escape(); })
+        .when([&] { return question() != nullptr && progress_of(4)(); },
+              [&] {
+                  EXPECT_TRUE(question()->text().contains("Stop writing to the VR-120?"));
+                  press(QMessageBox::No)(*question());
+              })
+        .when(progress_of(5), [&] { press_escape(); })
+        .answer(press(QMessageBox::Yes));
+    run("mnuWrite");
+    EXPECT_EQ(status(), "Write To VR-120 cancelled.");
+    const radio::Transfer& transfer = radio_.radio().report().transfers.at(0);
+    EXPECT_EQ(transfer.checksum_errors + transfer.order_errors + transfer.stray_bytes, 0);
+}
+
+TEST_F(Write, goes_on_behind_the_question_about_closing_and_ends_with_its_no) {
+    change_table();
+    const auto question = [] {
+        return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    };
+    after_ok()
+        .when(progress_of(1), [&] { static_cast<QWidget&>(window()).close(); })
+        .when([&] { return question() != nullptr && progress_of(4)(); },
+              [&] { press(QMessageBox::No)(*question()); });
+    run("mnuWrite");
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_TRUE(radio_.is_left());
 }
 
 TEST_F(Write, escape_in_the_question_whether_to_stop_goes_on) {

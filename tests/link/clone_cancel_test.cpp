@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "link/clone_bench.h"
 
 namespace memwright::link_tests {
@@ -39,19 +41,43 @@ TEST(CloneCancel, a_read_ends_at_once_wherever_it_is_cancelled) {
     }
 }
 
-TEST(CloneCancel, a_read_cancelled_in_its_very_last_wait_changes_nothing) {
-    Time last{};
-    {
-        CloneBench whole(sending(), random_image(51));
-        whole.click_read();
-        last = whole.time.now();
+// What is left of the exchange is for the radio; its memory is here.
+TEST(CloneCancel, a_read_cancelled_after_its_last_block_is_complete) {
+    const radio::Fault no_closing_frame{radio::FaultKind::silence, radio::kClosing};
+    const radio::Fault short_closing_frame{radio::FaultKind::missing_byte, radio::kClosing, 3};
+    for (const radio::Fault& fault : {no_closing_frame, short_closing_frame}) {
+        CloneBench bench(sending({fault}), random_image(51, 230));
+        bench.open_file(image_of_user());
+        int received = 0;
+        const Connection listening = bench.read.received.connect([&](const MemoryImage& image) {
+            ++received;
+            EXPECT_EQ(image, random_image(51, 230));
+            EXPECT_EQ(bench.store.MemoryImage, image_of_user());
+        });
+        bench.press_after(1min);
+        EXPECT_EQ(bench.click_read(), "");
+        EXPECT_EQ(bench.time.now(), 1min);
+        EXPECT_EQ(received, 1);
+        EXPECT_EQ(bench.Label1.caption.get(), "Read from VR-120 complete.");
+        EXPECT_EQ(bench.store.MemoryImage, random_image(51, 230));
+        EXPECT_THAT(bench.lock_calls, ElementsAre("DisableGui", "EnableGui"));
+        EXPECT_THAT(bench.journal, testing::Contains("table"));
+        EXPECT_EQ(bench.port.sent.size(), 241U)
+            << "no acknowledgement of a frame that did not come";
+        bench.expect_idle();
     }
-    CloneBench bench(sending(), random_image(51));
+}
+
+TEST(CloneCancel, a_line_that_drops_after_the_last_block_loses_nothing_that_was_received) {
+    CloneBench bench(sending({{radio::FaultKind::hang_up, radio::kClosing}}),
+                     random_image(51, 230));
     bench.open_file(image_of_user());
-    const auto before = bench.kept();
-    bench.press_after(last);
-    EXPECT_EQ(bench.click_read(), "");
-    expect_cancelled(bench, before, last, kReadCancelled);
+    std::optional<MemoryImage> received;
+    const Connection listening =
+        bench.read.received.connect([&](const MemoryImage& image) { received = image; });
+    EXPECT_THAT(bench.click_read(), testing::HasSubstr("hung up"));
+    EXPECT_EQ(received, random_image(51, 230));
+    EXPECT_EQ(bench.store.MemoryImage, image_of_user());
 }
 
 TEST(CloneCancel, a_write_asks_first_and_ends_at_once_on_yes) {
@@ -84,17 +110,44 @@ TEST(CloneCancel, a_write_goes_on_to_its_end_on_no) {
     EXPECT_EQ(bench.radio.memory(), image_of_user());
 }
 
-TEST(CloneCancel, a_question_that_stays_open_for_minutes_harms_no_write) {
+TEST(CloneCancel, a_write_goes_on_behind_the_question_at_its_pace) {
     CloneBench bench(receiving());
     bench.open_file(image_of_user());
+    bench.messages.leaves_questions_open = true;
     bench.press_after(10s);
-    bench.messages.while_shown = [&] {
-        if (bench.messages.shown.size() == 2) bench.time.run_for(5min);
-    };
-    EXPECT_EQ(bench.run({Answer::ok, Answer::no}, [&] { bench.write.mnuWrite_Click(); }), "");
-    EXPECT_GE(bench.time.now(), 5min + 24s);
+    bench.press_after(11s);  // the question is open already
+    bench.time.after(14s, [&] { bench.messages.answer_open_question(Answer::no); });
+    EXPECT_EQ(bench.click_write(), "");
+    EXPECT_EQ(bench.messages.shown.size(), 2U);
+    for (std::size_t i = 1; i < bench.port.sent.size(); ++i) {
+        ASSERT_LE(bench.port.sent[i].at - bench.port.sent[i - 1].at, 102ms) << i;
+    }
     bench.settle();
     EXPECT_EQ(bench.radio.memory(), image_of_user());
+}
+
+TEST(CloneCancel, a_write_that_ends_first_takes_its_question_along) {
+    CloneBench bench(receiving());
+    bench.open_file(image_of_user());
+    bench.messages.leaves_questions_open = true;
+    bench.press_after(20s);
+    EXPECT_EQ(bench.click_write(), "");
+    EXPECT_EQ(bench.messages.shown.size(), 2U);
+    EXPECT_FALSE(bench.messages.has_open_question());
+    EXPECT_EQ(bench.Label1.caption.get(), "Write To VR-120 complete.");
+    bench.expect_idle();
+}
+
+TEST(CloneCancel, yes_ends_a_write_at_once_that_went_on_behind_the_question) {
+    CloneBench bench(receiving());
+    bench.open_file(image_of_user());
+    const auto before = bench.kept();
+    bench.messages.leaves_questions_open = true;
+    bench.press_after(10s);
+    bench.time.after(14s, [&] { bench.messages.answer_open_question(Answer::yes); });
+    EXPECT_EQ(bench.click_write(), "");
+    expect_cancelled(bench, before, 14s, kWriteCancelled);
+    EXPECT_GE(bench.port.sent.size(), 138U);
 }
 
 TEST(CloneCancel, the_end_of_the_program_ends_a_read_at_its_next_wait) {

@@ -117,7 +117,7 @@ TEST(CloneReadFaults, a_block_that_trickles_for_longer_is_an_error) {
 }
 
 TEST(CloneReadFaults, silence_waits_until_the_user_cancels) {
-    for (const int place : {radio::kOpening, 0, 115, 230, 231, 239, radio::kClosing}) {
+    for (const int place : {radio::kOpening, 0, 115, 230, 231, 239}) {
         SCOPED_TRACE(place);
         CloneBench bench(sending({{FaultKind::silence, place}}), memory_of_radio());
         bench.open_file(image_of_user());
@@ -171,10 +171,11 @@ TEST(CloneReadFaults, the_closing_frame_is_any_that_brings_the_response_to_eleve
 
 TEST(CloneReadFaults, a_closing_frame_of_seven_bytes_is_waited_for) {
     CloneBench bench(sending({{FaultKind::missing_byte, radio::kClosing}}), memory_of_radio());
+    bench.time.after(10min - 1us, [&] { EXPECT_TRUE(bench.control.running()); });
     bench.press_after(10min);
     EXPECT_EQ(bench.click_read(), "");
-    EXPECT_EQ(bench.Label1.caption.get(), "Read from VR-120 cancelled.");
-    EXPECT_EQ(bench.store.MemoryImage, MemoryImage{});
+    EXPECT_EQ(bench.time.now(), 10min);
+    EXPECT_EQ(bench.store.MemoryImage, memory_of_radio());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "link/clone_bench.h"
 #include "table/columns.h"
@@ -208,6 +209,18 @@ TEST(CloneWrite, the_table_is_what_is_written) {
     EXPECT_TRUE(bench.table.IsDataChanged());
 }
 
+TEST(CloneWrite, what_is_written_is_the_image_as_it_was_at_the_beginning) {
+    CloneBench bench(receiving());
+    bench.open_file(image_of_user());
+    bench.time.after(5s, [&] {
+        bench.grid.Clear();
+        bench.table.SaveVR120Data();
+        ASSERT_NE(bench.store.MemoryImage, image_of_user());
+    });
+    EXPECT_EQ(bench.click_write(), "");
+    expect_written(bench, image_of_user());
+}
+
 TEST(CloneWrite, nothing_is_asked_about_unsaved_changes) {
     CloneBench bench(receiving());
     bench.open_file(image_of_user());
@@ -237,6 +250,52 @@ TEST(CloneWrite, what_the_radio_sends_meanwhile_is_not_looked_at) {
     EXPECT_EQ(bench.run({Answer::ok}, [&] { bench.write.WriteToVR120(); }), "");
     EXPECT_EQ(sent_by(bench), frames_of(random_image(44)));
     EXPECT_EQ(bench.store.MemoryImage, random_image(44));
+}
+
+// The second closing frame needs 9.2 ms, and the device may hold what the system has handed over.
+TEST(CloneWrite, the_line_is_set_back_when_the_last_byte_has_left) {
+    CloneBench bench(receiving());
+    std::optional<Time> completed, closed;
+    bench.port.told = [&](const std::string& what) {
+        if (what == "PortOpen = False") closed = bench.time.now();
+    };
+    const Connection watch = bench.Label1.caption.changed.connect([&] {
+        if (bench.Label1.caption.get() == "Write To VR-120 complete.") completed = bench.time.now();
+    });
+    EXPECT_EQ(bench.click_write(), "");
+    const Time last = bench.port.sent.back().at;
+    ASSERT_TRUE(completed && closed);
+    EXPECT_GE(*completed - last, 9168us);
+    EXPECT_GE(*closed - last, 9168us);
+    EXPECT_LT(*closed - last, 20ms);
+}
+
+TEST(CloneWrite, a_line_that_stops_taking_bytes_fails_it_with_their_number) {
+    constexpr std::size_t kAll = 8 + 240 * 38 + 2 * 8;
+    for (const std::size_t taken : {std::size_t{0}, std::size_t{540}, kAll - 8, kAll - 1}) {
+        CloneBench bench(receiving());
+        bench.port.stops_after = taken;
+        const std::string error = bench.click_write();
+        EXPECT_THAT(error, testing::StartsWith("The serial port has stopped taking bytes: only " +
+                                               std::to_string(taken) + " of "));
+        std::size_t output = 0;
+        for (const auto& piece : bench.port.sent) output += piece.bytes.size();
+        EXPECT_THAT(error,
+                    testing::HasSubstr(" of " + std::to_string(output) + " bytes were sent."));
+        EXPECT_LE(output, taken + 22 * 38) << "it goes on for two seconds";
+        EXPECT_NE(bench.Label1.caption.get(), "Write To VR-120 complete.");
+        bench.expect_offers_unlock();
+    }
+}
+
+TEST(CloneWrite, a_line_that_stops_for_a_moment_fails_nothing) {
+    CloneBench bench(receiving());
+    bench.port.stops_after = 540;
+    bench.time.after(3s, [&] { bench.port.stops_after = 700; });
+    bench.time.after(4500ms, [&] { bench.port.stops_after.reset(); });
+    EXPECT_EQ(bench.click_write(), "");
+    EXPECT_EQ(bench.port.sent.size(), 243U);
+    EXPECT_EQ(bench.Label1.caption.get(), "Write To VR-120 complete.");
 }
 
 TEST(CloneWrite, the_controls_show_a_share_from_the_first_block_on) {

@@ -70,18 +70,18 @@ using radio::FaultKind;
 
 class DoubtsOfRead : public testing::Test {
   protected:
-    // The blocks that a read with these faults leaves in doubt, as it tells when it completes.
+    // The blocks that a read with these faults leaves in doubt, as it tells when all are there.
     static std::vector<int> doubts(const std::vector<Fault>& faults) {
         CloneBench bench(sending(faults), random_image(21, 230));
         bench.open_file(image_of_user());
-        int completed = 0;
+        int received = 0;
         std::vector<int> told;
-        const Connection listening = bench.read.completed.connect([&] {
-            ++completed;
+        const Connection listening = bench.read.received.connect([&](const MemoryImage&) {
+            ++received;
             told = bench.read.doubtful_blocks();
         });
         EXPECT_EQ(bench.click_read(), "");
-        EXPECT_EQ(completed, 1);
+        EXPECT_EQ(received, 1);
         return told;
     }
 };

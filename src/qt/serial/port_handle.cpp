@@ -31,6 +31,7 @@ void discard_output(Handle /*handle*/) {}
 void send(QSerialPort& port) { port.flush(); }
 void wait_to_send(QSerialPort& port) { port.waitForBytesWritten(1); }
 int unsent(Handle /*handle*/) { return 0; }
+bool transmitter_is_empty(Handle /*handle*/) { return true; }
 bool set_reception(Handle /*handle*/, int /*threshold*/) { return true; }
 std::string refused_setting(Handle /*handle*/, const LineSettings& /*wanted*/) { return {}; }
 
@@ -129,6 +130,15 @@ void send(QSerialPort& port) {
 void wait_to_send(QSerialPort& /*port*/) { usleep(1000); }
 
 int unsent(Handle handle) { return queue_length(handle, TIOCOUTQ); }
+
+bool transmitter_is_empty(Handle handle) {
+#ifdef TIOCSERGETLSR
+    unsigned state = 0;
+    return ioctl(handle, TIOCSERGETLSR, &state) != 0 || (state & TIOCSER_TEMT) != 0;
+#else
+    return true;
+#endif
+}
 
 bool set_reception(Handle handle, int threshold) {
     constexpr int kMost = 255;

@@ -39,8 +39,11 @@ void send(QSerialPort& port);
 // Gives the line a millisecond or so to take more.
 void wait_to_send(QSerialPort& port);
 
-// Bytes written that the device has not sent yet.
+// Bytes written that the device has not taken yet.
 int unsent(Handle handle);
+
+// Whether the device has sent all that it took; true of one that does not tell.
+bool transmitter_is_empty(Handle handle);
 
 // Bytes arrive as they were received, whatever their parity, and the event loop is woken once
 // `threshold` of them wait; 0 leaves it asleep as long as possible. False if it cannot be set.

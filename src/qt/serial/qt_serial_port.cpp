@@ -2,6 +2,7 @@
 
 #include <QDeadlineTimer>
 #include <QFileInfo>
+#include <algorithm>
 #include <chrono>
 #include <limits>
 #include <utility>
@@ -65,13 +66,15 @@ void QtSerialPort::open() {
     if (!impossible.empty()) {
         throw PortError("Cannot open " + name() + ": " + impossible + " cannot be had here.");
     }
-    parse_line_settings(opened_.settings);
+    const LineSettings line = parse_line_settings(opened_.settings);
 
     port_.setPortName(device_behind(path_));
     if (!port_.open(QIODevice::ReadWrite)) {
         throw PortError(refused_opening(opened_.port, path_, port_));
     }
     set_up();
+    output_ = taken_ = 0;
+    transmission_.begin(line);
     in_use_ = true;
 }
 
@@ -96,15 +99,42 @@ void QtSerialPort::close() {
     port_.close();
 }
 
-// Lets the last bytes leave, and never waits long for a line that takes none: the system itself
-// would wait for them for half a minute.
+// Bytes that the system has yet to take or the device has yet to send. What has just been taken
+// goes on the line now.
+int QtSerialPort::waiting_to_leave() {
+    const std::int64_t kept = port_.bytesToWrite();
+    const std::int64_t taken = output_ - kept;
+    transmission_.add(taken - taken_, Transmission::Clock::now());
+    taken_ = taken;
+    return static_cast<int>(kept) + port_handle::unsent(port_.handle());
+}
+
+int QtSerialPort::unsent_bytes() {
+    require_open();
+    port_handle::send(port_);
+    const int waiting = waiting_to_leave();
+    // The device may still hold what nobody counts any more.
+    const auto on_line = static_cast<int>(transmission_.bytes_left(Transmission::Clock::now()));
+    const int held = port_handle::transmitter_is_empty(port_.handle()) ? 0 : 1;
+    return std::max({waiting, on_line, held});
+}
+
+// Lets the last bytes leave before the line is set back, and never waits long for a line that takes
+// none: the system itself would wait for them for half a minute.
 void QtSerialPort::finish_output() {
-    constexpr std::chrono::milliseconds kLongest(250);
-    const QDeadlineTimer end(kLongest);
+    constexpr std::chrono::milliseconds kLongestStop(250);
+    const QDeadlineTimer end(Transmission::kLongest + kLongestStop);
+    QDeadlineTimer stopped(kLongestStop);
+    int before = std::numeric_limits<int>::max();
     while (!port_handle::is_hung_up(port_.handle())) {
         port_handle::send(port_);
-        if (port_.bytesToWrite() == 0 && port_handle::unsent(port_.handle()) == 0) return;
-        if (end.hasExpired()) break;
+        const int waiting = waiting_to_leave();
+        if (waiting < before) stopped.setRemainingTime(kLongestStop);
+        before = waiting;
+        const bool sent = waiting == 0 && port_handle::transmitter_is_empty(port_.handle()) &&
+                          transmission_.bytes_left(Transmission::Clock::now()) == 0;
+        if (sent) return;
+        if (end.hasExpired() || (waiting > 0 && stopped.hasExpired())) break;
         port_handle::wait_to_send(port_);
     }
     port_handle::discard_output(port_.handle());
@@ -145,8 +175,10 @@ void QtSerialPort::Output(std::span<const std::uint8_t> bytes) {
     if (opened_.out_buffer_size > 0 && port_.bytesToWrite() + length > opened_.out_buffer_size) {
         give_up("the other end has stopped taking bytes");
     } else {
+        output_ += length;
         port_.write(reinterpret_cast<const char*>(bytes.data()), length);
         port_handle::send(port_);
+        if (in_use_) waiting_to_leave();
     }
     require_open();
 }

@@ -16,6 +16,7 @@
 
 #include "platform/ms_comm.h"
 #include "qt/serial/port_properties.h"
+#include "qt/serial/transmission.h"
 
 namespace memwright {
 
@@ -48,6 +49,7 @@ class QtSerialPort : public MSComm {
     bool PortOpen() const override { return port_.isOpen(); }
 
     void Output(std::span<const std::uint8_t> bytes) override;
+    int unsent_bytes() override;
     int InBufferCount() override;
     std::vector<std::uint8_t> Input() override;
 
@@ -56,6 +58,7 @@ class QtSerialPort : public MSComm {
     void open();
     void set_up();
     void close();
+    int waiting_to_leave();
     void finish_output();
     void on_error(QSerialPort::SerialPortError error);
     void give_up(const std::string& why);
@@ -66,8 +69,11 @@ class QtSerialPort : public MSComm {
     PortProperties opened_;  // as they were at the opening
     std::string path_;
     QSerialPort port_;
-    bool in_use_ = false;  // open and set up: from here on errors end it
-    std::string lost_;     // why the port was closed under its user
+    std::int64_t output_ = 0;    // bytes since the opening
+    std::int64_t taken_ = 0;     // of these by the system
+    Transmission transmission_;  // of these
+    bool in_use_ = false;        // open and set up: from here on errors end it
+    std::string lost_;           // why the port was closed under its user
 };
 
 }  // namespace memwright

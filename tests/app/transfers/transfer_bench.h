@@ -84,7 +84,8 @@ class TransferBench {
     Kept kept() const;
     std::vector<std::string> enabled_names();
     std::string check_end(const Plan& plan, const Outcome& outcome);
-    std::string check_image_read(const Outcome& outcome);
+    std::string check_archive(const Outcome& outcome);
+    std::string check_doubts(const Outcome& outcome);
 
     MSComm& port_;
     fakes::MemoryFiles files_;

@@ -115,18 +115,29 @@ class Reader {
     Expected run() {
         read();
         const double slack = plan_.bytes_wake_it ? 300 : 3000;
-        if (plan_.cancelled_at && (waits_ || *plan_.cancelled_at < now_)) {
-            expected_.outcome = {.end = End::cancelled, .report = {}, .image = {}, .doubtful = {}};
-        } else if (waits_) {
-            expected_.waits = true;
-        }
+        const bool planned = plan_.cancelled_at && (waits_ || *plan_.cancelled_at < now_);
+        if (planned || waits_) end_by_user();
+        expected_.waits = waits_ && !planned;
         if (plan_.cancelled_at && !waits_ && std::abs(*plan_.cancelled_at - now_) < slack) {
+            expected_.close_call = true;
+        }
+        if (plan_.cancelled_at && std::abs(*plan_.cancelled_at - all_received_at_) < slack) {
             expected_.close_call = true;
         }
         return expected_;
     }
 
   private:
+    // Once all blocks are there, cancelling the rest of the exchange completes the read.
+    void end_by_user() {
+        const double at = plan_.cancelled_at.value_or(kNever);
+        if (all_received_at_ <= at && all_received_at_ != kNever) {
+            expected_.outcome.end = End::complete;
+        } else {
+            expected_.outcome = {.end = End::cancelled, .report = {}, .image = {}, .doubtful = {}};
+        }
+    }
+
     void read() {
         if (!take_opening()) return;
         for (int count = 1; count <= kBlocks; ++count) {
@@ -138,9 +149,11 @@ class Reader {
             }
             if (!keep(response, count)) return;
         }
+        all_received_at_ = now_;
+        expected_.outcome.all_received = true;
+        expected_.outcome.image = image_;
         if (!wait_for_eleven()) return;
         expected_.outcome.end = End::complete;
-        expected_.outcome.image = image_;
     }
 
     // Exactly eight bytes, at a moment at which the program looks.
@@ -200,7 +213,8 @@ class Reader {
     }
 
     bool report(const std::string& text) {
-        expected_.outcome = {.end = End::reported, .report = text, .image = {}, .doubtful = {}};
+        expected_.outcome.end = End::reported;
+        expected_.outcome.report = text;
         return false;
     }
 
@@ -209,6 +223,7 @@ class Reader {
     MemoryImage image_;
     int position_ = 0;
     double now_ = 0;
+    double all_received_at_ = kNever;
     bool waits_ = false;
     Expected expected_;
 };
@@ -286,11 +301,11 @@ Expected expected_write(const Plan& plan, const MemoryImage& owned) {
     }
     for (const Fault& fault : plan.faults) {
         let_happen(fault, owned, expected.outcome);
-        // A radio that hears nothing any more does not know where it is.
         if (fault.kind != FaultKind::hang_up) continue;
-        if (fault.block > silent_from) continue;
-        // Nor does one whose count of blocks was confused.
+        // A radio whose count of blocks was confused does not know where it is.
         if (plan.faults.size() > 1) expected.close_call = true;
+        // Nor does one that hears nothing any more.
+        if (fault.block > silent_from) continue;
         const double sent = fault.block + 1;
         expected.outcome.end = End::reported;
         expected.outcome.report = "hung up";

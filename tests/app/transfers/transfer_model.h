@@ -36,6 +36,7 @@ struct Outcome {
     std::string report = {};  // what the report has to say, if there is one
     // What a complete transfer brings: to the program, or to the radio that takes all of it.
     MemoryImage image = {};
+    bool all_received = false;  // by the program, however the read ends
     std::vector<int> doubtful = {};
     bool radio_takes_it = false;
 };

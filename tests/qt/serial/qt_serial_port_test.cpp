@@ -154,6 +154,29 @@ TEST_F(QtSerialPortBytes, the_last_bytes_leave_when_the_port_is_closed_right_aft
     EXPECT_THAT(line_.receive(3), ElementsAre(3, 6, 9));
 }
 
+// A pseudo-terminal takes them at once; a device would still be sending them. The line must not be
+// set back under them, however quick the machine is.
+TEST_F(QtSerialPortBytes, closing_waits_until_the_last_bytes_have_had_their_time_on_the_line) {
+    const auto before = std::chrono::steady_clock::now();
+    port_.Output(Bytes(8));
+    EXPECT_EQ(line_.receive(8).size(), 8U);
+    port_.PortOpen(false);
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::microseconds(9166));
+}
+
+TEST_F(QtSerialPortBytes, bytes_that_have_not_left_are_counted) {
+    EXPECT_EQ(port_.unsent_bytes(), 0);
+    const StoppedLine stopped(path_);
+    port_.Output(Bytes(38));
+    port_.Output(Bytes(38));
+    EXPECT_EQ(port_.unsent_bytes(), 76);
+    EXPECT_TRUE(line_.is_silent());
+    stopped.go_on();
+    EXPECT_TRUE(spin_until([&] { return port_.unsent_bytes() == 0 || !line_.is_silent(); }));
+    EXPECT_EQ(line_.receive(76).size(), 76U);
+    EXPECT_TRUE(spin_until([&] { return port_.unsent_bytes() == 0; }));
+}
+
 class QtSerialPortLimits : public PortBench {};
 
 TEST_F(QtSerialPortLimits, bytes_past_the_in_buffer_size_are_kept_too) {
