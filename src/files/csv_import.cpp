@@ -6,6 +6,7 @@
 #include "image/frequency_text.h"
 #include "image/layout.h"
 #include "platform/charset.h"
+#include "table/cell_rules.h"
 
 namespace memwright {
 namespace {
@@ -35,7 +36,7 @@ std::size_t split(std::string_view line, Fields& fields) {
 std::string label_of(std::string_view field) {
     const bool quoted = field.size() >= 2 && field.front() == '"' && field.back() == '"';
     if (quoted) field = field.substr(1, field.size() - 2);
-    return std::string(field.substr(0, layout::kLabelSize));
+    return cell_rules::kept_text(columns::kTag, std::string(field));
 }
 
 // The field of a quoted label at the end of a line; empty if there is none.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "image/frequency_text.h"
+#include "table/cell_rules.h"
 #include "table/choice_lists.h"
 #include "table/columns.h"
 #include "table/mask_colour.h"
@@ -14,11 +14,6 @@ using namespace columns;
 
 constexpr double kTextInset = 40;
 constexpr double kListInset = 10;
-constexpr std::size_t kMostFrequencyCharacters = 10;
-
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-bool is_edited_as_text(int col) { return col < kMode || col == kShift || col == kNameless; }
 
 // A cell's size less an inset; a cell that is smaller leaves the size as it is.
 void shrink_to(Property<double>& length, double cell, double inset) {
@@ -40,7 +35,7 @@ void CellEditor::MSFlexGrid1_DblClick() {
     const int col = grid_.Col();
     if (col == kLabel || grid_.Row() == 0) return;
     places_.show_cell();
-    if (is_edited_as_text(col)) {
+    if (cell_rules::is_edited_as_text(col)) {
         open_text();
     } else {
         open_list();
@@ -48,8 +43,7 @@ void CellEditor::MSFlexGrid1_DblClick() {
 }
 
 void CellEditor::open_text() {
-    const int col = grid_.Col();
-    TxtGrid_.max_length = col == kFreq || col == kShift ? kMostFrequencyCharacters : 0;
+    TxtGrid_.max_length = cell_rules::most_characters(grid_.Col());
     EditRow_ = grid_.Row();
     CboGrid_.visible = false;
     LoadingEditor_ = true;
@@ -96,38 +90,22 @@ void CellEditor::hide_overlays() {
 void CellEditor::TxtGrid_Change() {
     if (LoadingEditor_) return;
     const MSFlexGrid::Batch batch(grid_);
-    std::string text = TxtGrid_.text;
     const int row = grid_.Row();
-    if (grid_.Col() == kFreq) {
-        if (grid_.TextMatrix(row, kMode).empty()) {
-            grid_.set_text(row, kMode, "NFM");
-            grid_.set_text(row, kPref, "Off");
-        }
-        text = FormatFreq(text);
-    } else if (grid_.Col() == kTag && text.size() > layout::kLabelSize) {
+    const int col = grid_.Col();
+    if (col == kFreq) cell_rules::add_defaults_of_typed_frequency(grid_, row);
+    const std::string text = cell_rules::kept_text(col, TxtGrid_.text);
+    if (text != TxtGrid_.text.get()) {
         const std::size_t caret = TxtGrid_.caret;
-        text.resize(layout::kLabelSize);
         TxtGrid_.text = text;
         TxtGrid_.caret = std::min(caret, text.size());
     }
-    grid_.set_text(row, grid_.Col(), text);
+    grid_.set_text(row, col, cell_rules::cell_text(col, text));
 }
 
 bool CellEditor::TxtGrid_KeyPress(char& KeyAscii) {
-    constexpr char kBackspace = 8;
     const int col = grid_.Col();
-    if (col == kTag) {
-        if (KeyAscii >= 'a' && KeyAscii <= 'z') KeyAscii = static_cast<char>(KeyAscii - 'a' + 'A');
-        const bool letter = KeyAscii >= 'A' && KeyAscii <= 'Z';
-        return letter || is_digit(KeyAscii) || KeyAscii == kBackspace ||
-               std::string_view(" ()*+-/").find(KeyAscii) != std::string_view::npos;
-    }
-    if (col == kFreq || col == kShift) {
-        TxtGrid_.max_length = kMostFrequencyCharacters;
-        if (KeyAscii == '.') return TxtGrid_.text.get().find('.') == std::string::npos;
-        return is_digit(KeyAscii) || KeyAscii == kBackspace;
-    }
-    return true;
+    if (const auto most = cell_rules::most_characters(col); most > 0) TxtGrid_.max_length = most;
+    return cell_rules::takes(col, TxtGrid_.text.get(), KeyAscii);
 }
 
 bool CellEditor::TxtGrid_KeyDown(Key key, bool shift) {
@@ -231,18 +209,7 @@ void CellEditor::copy_picked_value(int row) {
     const MSFlexGrid::Batch batch(grid_);
     // Deliberate: an empty pick never blanks a label.
     if (!PickedText.empty() || grid_.Col() != kTag) grid_.set_text(row, grid_.Col(), PickedText);
-    if (grid_.Col() == kFreq && grid_.TextMatrix(row, kMode).empty()) {
-        grid_.set_text(row, kMode, "NFM");
-        grid_.set_text(row, kPref, "Off");
-        grid_.set_text(row, kStep, "5 KHz");
-        grid_.set_text(row, kMasked, "False");
-        grid_.set_text(row, kRepeaterShift, "SIMP");
-        grid_.set_text(row, kShift, "000000");
-        grid_.set_text(row, kToneSquelch, "OFF");
-        grid_.set_text(row, kTone, "100.0");
-        grid_.set_text(row, kDcs, "023");
-        grid_.set_text(row, kTransmitPower, "MAX");
-    }
+    if (grid_.Col() == kFreq) cell_rules::add_defaults_of_copied_frequency(grid_, row);
     colour_row_by_mask();
 }
 

@@ -1,4 +1,4 @@
-// What is typed and picked, on its way into the cells.
+// What is typed and picked, on its way into the cells. The rules by themselves: cell_rules_test.cpp.
 
 #include "table/editing_test.h"
 
@@ -7,35 +7,7 @@ namespace {
 
 using namespace columns;
 
-class Typing : public EditingTest {
-  protected:
-    // The characters of all 256 that the filter lets through in a column, after the filter.
-    std::string accepted(int col) {
-        open(5, col);
-        std::string characters;
-        for (int code = 0; code < 256; ++code) {
-            char c = static_cast<char>(code);
-            if (editor.TxtGrid_KeyPress(c)) characters += c;
-        }
-        return characters;
-    }
-};
-
-TEST_F(Typing, a_label_takes_capitals_digits_and_a_few_signs_and_makes_capitals) {
-    const std::string capitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    EXPECT_EQ(accepted(kTag), "\b ()*+-/0123456789" + capitals + capitals);
-}
-
-TEST_F(Typing, a_frequency_and_a_shift_take_digits_and_a_full_stop) {
-    EXPECT_EQ(accepted(kFreq), "\b.0123456789");
-    EXPECT_EQ(accepted(kShift), "\b.0123456789");
-}
-
-TEST_F(Typing, the_nameless_column_takes_everything_as_it_is) {
-    std::string all;
-    for (int code = 0; code < 256; ++code) all += static_cast<char>(code);
-    EXPECT_EQ(accepted(kNameless), all);
-}
+using Typing = EditingTest;
 
 TEST_F(Typing, each_character_is_in_the_cell_at_once) {
     open(5, kTag);
@@ -145,14 +117,6 @@ TEST_F(Typing, a_row_that_has_a_mode_keeps_it_and_its_preference) {
     type("1");
     EXPECT_EQ(text(5, kMode), "WFM");
     EXPECT_EQ(text(5, kPref), "");
-}
-
-TEST_F(Typing, a_row_without_a_mode_gets_its_preference_anew) {
-    grid.set_text(5, kPref, "On");
-    open(5, kFreq);
-    type("1");
-    EXPECT_EQ(text(5, kMode), "NFM");
-    EXPECT_EQ(text(5, kPref), "Off");
 }
 
 TEST_F(Typing, a_label_gives_no_defaults) {
