@@ -4,6 +4,7 @@
 
 #include "cli/commands.h"
 #include "cli/json.h"
+#include "cli/kept_input.h"
 #include "cli/printable.h"
 #include "cli/workbench.h"
 #include "platform/charset.h"
@@ -75,9 +76,11 @@ Status channels(const Arguments& arguments, Session& session) {
 }
 
 Status export_csv(const Arguments& arguments, Session& session) {
+    const std::string output = arguments.size() > 1 ? arguments[1] : kStandardStream;
+    keep_input(session.files, {"IMAGE", arguments[0]}, {"CSV", output, "the channel list"});
     Workbench bench(session.console, session.files);
     bench.open(arguments[0]);
-    bench.csv_files.export_to(arguments.size() > 1 ? arguments[1] : kStandardStream);
+    bench.csv_files.export_to(output);
     return kDone;
 }
 
@@ -87,6 +90,8 @@ Status import_csv(const Arguments& arguments, Session& session) {
         throw WrongUsage("IMAGE and CSV cannot both be standard input.");
     }
     const std::string output = arguments.value("--output").value_or(image);
+    keep_input(session.files, {"CSV", arguments[1]},
+               {arguments.has("--output") ? "--output" : "CSV", output, "the image"});
     Workbench bench(session.console, session.files);
     bench.open(image);
     try {

@@ -3,6 +3,7 @@
 #include "app/frm_print.h"
 #include "app/print_grid.h"
 #include "cli/commands.h"
+#include "cli/kept_input.h"
 #include "cli/workbench.h"
 #include "platform/modules.h"
 
@@ -37,6 +38,7 @@ void choose_rows(frmPrint& dialog, const std::string& range) {
 Status print(const Arguments& arguments, Session& session) {
     const auto output = arguments.value("--pdf");
     if (!output) throw WrongUsage("--pdf OUT is missing.");
+    keep_input(session.files, {"IMAGE", arguments[0]}, {"--pdf", *output, "the pages"});
     frmPrint dialog;
     if (const auto range = arguments.value("--range")) choose_rows(dialog, *range);
     dialog.Command1.clicked();

@@ -65,6 +65,11 @@ bool StreamFiles::exists(const std::string& path) noexcept {
     return path == kStandardStream || files_.exists(path);
 }
 
+bool StreamFiles::replaces(const std::string& output, const std::string& input) {
+    if (output == kStandardStream) return false;
+    return files_.lead_to_one_file(input == kStandardStream ? "/dev/stdin" : input, output);
+}
+
 Bytes StreamFiles::whole(const std::string& path) {
     const auto file = open_input(path);
     Bytes bytes;

@@ -38,6 +38,9 @@ class StreamFiles final : public FileSystem {
     std::string current_folder() override { return files_.current_folder(); }
     void set_current_folder(const std::string& path) override { files_.set_current_folder(path); }
 
+    // Would a file that is written to `output` replace the one that `input` is read from?
+    bool replaces(const std::string& output, const std::string& input);
+
     // The whole of a file that exists.
     Bytes whole(const std::string& path);
 

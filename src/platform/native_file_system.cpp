@@ -351,4 +351,10 @@ void NativeFileSystem::set_current_folder(const std::string& path) {
     }
 }
 
+bool NativeFileSystem::lead_to_one_file(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return fs::is_regular_file(native::path_of(a), error) &&
+           fs::equivalent(native::path_of(a), native::path_of(b), error);
+}
+
 }  // namespace memwright

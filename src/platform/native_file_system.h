@@ -22,6 +22,10 @@ class NativeFileSystem final : public FileSystem {
     std::string current_folder() override;
     void set_current_folder(const std::string& path) override;
 
+    // Do both names lead to one ordinary file: over links, as hard links, in another spelling? A
+    // name that leads to none is the same as no other.
+    bool lead_to_one_file(const std::string& a, const std::string& b);
+
   private:
     void write(const std::string& path, std::span<const std::uint8_t> bytes, bool keep_rest);
 };

@@ -134,7 +134,7 @@ TEST_F(Files, may_have_any_name) {
                              {"limits", "--", dashed, "0=145"},
                              {"import", "--", dashed, "list.csv"},
                              {"diff", "--", dashed, dashed},
-                             {"export", "--", dashed, dashed}};
+                             {"export", "--", "good.120", dashed}};
         for (const Words& words : all) {
             const Ended ended = run(words);
             EXPECT_EQ(ended.status, 0) << name << ' ' << words.front() << '\n' << ended;

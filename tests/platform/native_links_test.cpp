@@ -49,6 +49,27 @@ TEST_F(NativeLinksRead, a_dangling_link_does_not_exist) {
     EXPECT_TRUE(files.exists(folder_.file("link.120")));
 }
 
+TEST_F(NativeLinksRead, names_of_one_file_are_told_from_those_of_two) {
+    NativeFileSystem files;
+    const std::string real = folder_.put("real.120", pattern(100));
+    const std::string copy = folder_.put("copy.120", pattern(100));
+    fs::create_hard_link(real, folder_.file("second.120"));
+    const std::string gone = folder_.file("gone.120");
+    const std::string last = link("link.120", "second.120");
+    for (const std::string& same : {real, folder_.file("./real.120"), folder_.file("second.120"),
+                                    last, link("link to link.120", "link.120")}) {
+        EXPECT_TRUE(files.lead_to_one_file(real, same)) << same;
+        EXPECT_TRUE(files.lead_to_one_file(same, real)) << same;
+    }
+    for (const std::string& other : {copy, gone, link("dangling.120", "gone.120"), std::string()}) {
+        EXPECT_FALSE(files.lead_to_one_file(real, other)) << other;
+        EXPECT_FALSE(files.lead_to_one_file(other, real)) << other;
+    }
+    EXPECT_FALSE(files.lead_to_one_file(gone, gone));
+    const std::string folder = folder_.path().string();
+    EXPECT_FALSE(files.lead_to_one_file(folder, folder)) << "no file to be replaced";
+}
+
 TEST_P(NativeLinks, saving_through_a_whole_name_writes_the_file_that_the_link_leads_to) {
     const std::string real = folder_.put("real.120", pattern(7392));
     EXPECT_EQ(saving(link("link.120", real), pattern(7392, 5)), "saved");
