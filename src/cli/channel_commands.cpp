@@ -92,6 +92,7 @@ Status import_csv(const Arguments& arguments, Session& session) {
     const std::string output = arguments.value("--output").value_or(image);
     keep_input(session.files, {"CSV", arguments[1]},
                {arguments.has("--output") ? "--output" : "CSV", output, "the image"});
+    const auto lock = session.files.lock(output, {image, arguments[1]});
     Workbench bench(session.console, session.files);
     bench.open(image);
     try {

@@ -64,11 +64,14 @@ void show(frmLimitSearch& form, const std::string& format, Console& console) {
 
 Status limits(const Arguments& arguments, Session& session) {
     const std::string format = arguments.choice("--format", {"text", "json"});
+    const auto texts = arguments.from(1);
+    const bool only_shows = texts.empty() && !arguments.has("--output");
+    const std::string output = arguments.value("--output").value_or(arguments[0]);
+    const auto lock = only_shows ? nullptr : session.files.lock(output, {arguments[0]});
     Workbench bench(session.console, session.files);
     bench.load(arguments[0]);
     frmLimitSearch form(bench.store);
-    const auto texts = arguments.from(1);
-    if (texts.empty() && !arguments.has("--output")) {
+    if (only_shows) {
         show(form, format, session.console);
         return kDone;
     }
@@ -85,7 +88,7 @@ Status limits(const Arguments& arguments, Session& session) {
         form.WriteFreq(record, box.text);
         form.SMode(record, change.mode);
     }
-    bench.save(arguments.value("--output").value_or(arguments[0]));
+    bench.save(output);
     return kDone;
 }
 

@@ -131,12 +131,15 @@ std::unique_ptr<frmMiscSetting> opened_dialog(modVR120& store, const std::string
 
 Status settings(const Arguments& arguments, Session& session) {
     const std::string format = arguments.choice("--format", {"text", "json"});
+    const auto changes = arguments.from(1);
+    const bool only_shows = changes.empty() && !arguments.has("--output");
+    const std::string output = arguments.value("--output").value_or(arguments[0]);
+    const auto lock = only_shows ? nullptr : session.files.lock(output, {arguments[0]});
     Workbench bench(session.console, session.files);
     bench.load(arguments[0]);
     const auto form = opened_dialog(bench.store, arguments[0]);
     SettingsByName by_name(*form);
-    const auto changes = arguments.from(1);
-    if (changes.empty() && !arguments.has("--output")) {
+    if (only_shows) {
         show(by_name.shown(), format, session.console);
         return kDone;
     }
@@ -147,7 +150,7 @@ Status settings(const Arguments& arguments, Session& session) {
     }
     by_name.agree();
     form->SaveAll();
-    bench.save(arguments.value("--output").value_or(arguments[0]));
+    bench.save(output);
     return kDone;
 }
 

@@ -70,6 +70,13 @@ bool StreamFiles::replaces(const std::string& output, const std::string& input) 
     return files_.lead_to_one_file(input == kStandardStream ? "/dev/stdin" : input, output);
 }
 
+std::unique_ptr<ChangeLock> StreamFiles::lock(const std::string& output,
+                                              std::initializer_list<std::string> inputs) {
+    if (output == kStandardStream) return nullptr;
+    if (std::ranges::find(inputs, kStandardStream) != inputs.end()) standard_input();
+    return locks_.lock(output);
+}
+
 Bytes StreamFiles::whole(const std::string& path) {
     const auto file = open_input(path);
     Bytes bytes;

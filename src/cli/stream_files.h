@@ -2,10 +2,13 @@
 
 // The files of the machine, among which "-" is standard input and standard output.
 
+#include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "cli/console.h"
+#include "platform/native_change_locks.h"
 #include "platform/native_file_system.h"
 
 namespace memwright::cli {
@@ -41,6 +44,11 @@ class StreamFiles final : public FileSystem {
     // Would a file that is written to `output` replace the one that `input` is read from?
     bool replaces(const std::string& output, const std::string& input);
 
+    // Locks an output that exists while it is changed. `inputs` that are standard input are read
+    // before: nobody is to wait for what is still being typed.
+    std::unique_ptr<ChangeLock> lock(const std::string& output,
+                                     std::initializer_list<std::string> inputs);
+
     // The whole of a file that exists.
     Bytes whole(const std::string& path);
 
@@ -49,6 +57,7 @@ class StreamFiles final : public FileSystem {
 
     Console& console_;
     NativeFileSystem files_;
+    NativeChangeLocks locks_;
     std::optional<Bytes> standard_input_;  // once it has been read
 };
 

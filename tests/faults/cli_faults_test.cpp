@@ -1,6 +1,7 @@
 // The commands of the built memwright-cli that write files, struck by every fault at every call to
 // the system.
 
+#include <cerrno>
 #include <filesystem>
 
 #include "cli/support/image.h"
@@ -101,6 +102,24 @@ INSTANTIATE_TEST_SUITE_P(Commands, CliFaults,
                                            kAll ? std::end(kCommandLines)
                                                 : std::begin(kCommandLines) + 1),
                          [](const auto& line) { return std::string(line.param.name); });
+
+TEST_F(CliFolder, a_file_system_without_locks_is_no_obstacle) {
+    MEMWRIGHT_NEEDS_TRACING();
+    const std::vector<std::string> words{"settings", "radio.120", "key-beep=OFF"};
+    ASSERT_EQ(cli_.run(words), 0) << cli_.errors();
+    const Bytes changed = content_of("radio.120").value();
+    for (const Kind kind : {Kind::lock, Kind::create}) {
+        fill();
+        Fault fault{.deed = Deed::fail, .error = kind == Kind::lock ? ENOLCK : EACCES};
+        fault.strikes = [&](const SystemCall& call) { return call.kind == kind; };
+        const Outcome outcome =
+            run_traced([&]() -> std::string { cli_.become(words, true); }, folder_.path(), fault);
+        EXPECT_TRUE(outcome.struck);
+        EXPECT_EQ(outcome.exit_status, 0) << cli_.errors();
+        EXPECT_EQ(cli_.errors(), "");
+        EXPECT_EQ(content_of("radio.120"), changed);
+    }
+}
 
 // What goes to standard output may be cut off there, but not unnoticed.
 TEST_F(CliFolder, faults_of_standard_output_end_with_another_status_than_0) {

@@ -21,6 +21,7 @@ class RunningCli {
     void wait_for_error(const std::string& text);
 
     void signal(int number) { process_.signal(number); }
+    pid_t pid() const { return process_.pid(); }
     bool runs() { return !process_.exit_status().has_value(); }
 
     // Waits for the end of a whole transfer, if need be.
