@@ -5,6 +5,7 @@
 #include "cli/commands.h"
 #include "cli/workbench.h"
 #include "files/image_archive.h"
+#include "platform/printable.h"
 #include "platform/user_folders.h"
 
 namespace memwright::cli {
@@ -30,7 +31,7 @@ void list(const ImageArchive& archive, Console& console) {
     for (const std::string& name : archive.names()) {
         std::string number = std::to_string(place++);
         number.resize(4, ' ');
-        console.print(number + name + "\n");
+        console.print(number + printable_in_line(name) + "\n");
     }
 }
 

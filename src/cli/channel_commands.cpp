@@ -5,9 +5,9 @@
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/kept_input.h"
-#include "cli/printable.h"
 #include "cli/workbench.h"
 #include "platform/charset.h"
+#include "platform/printable.h"
 #include "table/columns.h"
 
 namespace memwright::cli {
@@ -26,7 +26,7 @@ std::string as_text(const MSFlexGrid& grid, const std::vector<int>& rows) {
         for (std::size_t i = 0; i < std::size(kShownColumns); ++i) {
             // Each byte of a cell is one character on the screen.
             const std::string& cell = grid.TextMatrix(row, kShownColumns[i]);
-            line += printable(utf8_from_radio(cell));
+            line += printable_in_line(utf8_from_radio(cell));
             width = kWidths[i] > cell.size() ? kWidths[i] - cell.size() : 1;
             line += std::string(width, ' ');
         }
@@ -67,10 +67,11 @@ Status channels(const Arguments& arguments, Session& session) {
     for (int row = 1; row < grid.Rows(); ++row) {
         if (arguments.has("--all") || is_occupied(grid.TextMatrix(row, kFreq))) rows.push_back(row);
     }
-    if (format == "csv") {
-        session.console.print(utf8_from_radio(bench.csv_files.as_csv(rows)));
+    if (format == "text") {
+        session.console.print(as_text(grid, rows));
     } else {
-        session.console.print(format == "json" ? as_json(grid, rows) : as_text(grid, rows));
+        session.console.print_exactly(
+            format == "json" ? as_json(grid, rows) : utf8_from_radio(bench.csv_files.as_csv(rows)));
     }
     return kDone;
 }

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "platform/error.h"
+#include "platform/printable.h"
 
 namespace memwright::cli {
 namespace {
@@ -16,6 +17,10 @@ namespace {
 [[noreturn]] void fail() {
     throw FileError("Cannot write to standard output: " + std::generic_category().message(errno) +
                     ".\nWhat arrived there is not whole: send it to another place.");
+}
+
+void write(const std::string& bytes) {
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) fail();
 }
 
 // A file or port that is opened later must not get the number of a closed stream, or it would be
@@ -31,8 +36,10 @@ void occupy_closed_streams() {
 
 Console::Console() { occupy_closed_streams(); }
 
-void Console::print(const std::string& text) {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fail();
+void Console::print(const std::string& text) { write(printable(text)); }
+
+void Console::print_exactly(const std::string& bytes) {
+    write(isatty(STDOUT_FILENO) != 0 ? printable(bytes) : bytes);
 }
 
 void Console::flush() {
@@ -41,9 +48,7 @@ void Console::flush() {
 
 void Console::say(const std::string& text) {
     end_progress();
-    std::string lines = text;
-    std::erase(lines, '\r');  // message boxes and the status window want it
-    std::fprintf(stderr, "%s\n", lines.c_str());
+    std::fprintf(stderr, "%s\n", printable(text).c_str());
 }
 
 void Console::show_progress(int percent) {

@@ -1,7 +1,8 @@
 #pragma once
 
 // Standard output and standard error. What a command answers goes to the first, in UTF-8; what it
-// has to say goes to the second.
+// has to say goes to the second. What people read has nothing in it that a terminal takes for a
+// command (platform/printable.h).
 
 #include <string>
 
@@ -11,8 +12,11 @@ class Console {
   public:
     Console();
 
-    // FileError if standard output takes no more.
+    // An answer for people. FileError if standard output takes no more.
     void print(const std::string& text);
+
+    // An answer of which every byte counts: for programs and files. At a terminal it is for people.
+    void print_exactly(const std::string& bytes);
     void flush();
 
     // A message of its own lines.

@@ -3,7 +3,7 @@
 #include "cli/commands.h"
 #include "cli/difference.h"
 #include "cli/json.h"
-#include "cli/printable.h"
+#include "platform/printable.h"
 
 namespace memwright::cli {
 namespace {
@@ -15,7 +15,7 @@ std::string as_text(const std::vector<Difference>& found) {
     for (const Difference& difference : found) {
         for (const auto& [name, a, b] : difference.fields) {
             const auto shown = [](const std::string& value) {
-                return value.empty() ? std::string("(empty)") : printable(value);
+                return value.empty() ? std::string("(empty)") : printable_in_line(value);
             };
             text += difference.name + ": " + (name.empty() ? "" : name + " ") + shown(a) + " -> " +
                     shown(b) + "\n";
@@ -80,7 +80,11 @@ Status diff(const Arguments& arguments, Session& session) {
     a.open(arguments[0]);
     b.open(arguments[1]);
     const auto found = differences(a, b);
-    session.console.print(format == "json" ? as_json(found) : as_text(found));
+    if (format == "json") {
+        session.console.print_exactly(as_json(found));
+    } else {
+        session.console.print(as_text(found));
+    }
     return found.empty() ? kDone : kFound;
 }
 

@@ -57,7 +57,11 @@ void show(frmLimitSearch& form, const std::string& format, Console& console) {
                                         {"freq", json::string(frequency)},
                                         {"mode", json::string(mode)}}));
     }
-    console.print(format == "json" ? json::lines(objects) + "\n" : text);
+    if (format == "json") {
+        console.print_exactly(json::lines(objects) + "\n");
+    } else {
+        console.print(text);
+    }
 }
 
 }  // namespace

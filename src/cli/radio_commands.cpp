@@ -14,6 +14,7 @@
 #include "link/doubtful_blocks.h"
 #include "platform/error.h"
 #include "platform/modules.h"
+#include "platform/printable.h"
 #include "platform/user_folders.h"
 
 namespace memwright::cli {
@@ -198,7 +199,8 @@ Status ports(const Arguments& /*arguments*/, Session& session) {
                            const std::string& description) {
         std::string padded = name;
         padded.resize(8, ' ');
-        session.console.print(padded + path + (description.empty() ? "" : "  " + description) +
+        session.console.print(padded + printable_in_line(path) +
+                              (description.empty() ? "" : "  " + printable_in_line(description)) +
                               "\n");
     };
     for (int number = 1; number <= kPorts; ++number) {

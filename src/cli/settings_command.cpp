@@ -112,7 +112,7 @@ void show(const json::Members& settings, const std::string& format, Console& con
     if (format == "json") {
         json::Members quoted;
         for (const auto& [name, value] : settings) quoted.emplace_back(name, json::string(value));
-        console.print(json::object(quoted) + "\n");
+        console.print_exactly(json::object(quoted) + "\n");
         return;
     }
     for (const auto& [name, value] : settings) console.print(name + "=" + value + "\n");

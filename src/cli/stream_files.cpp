@@ -42,7 +42,7 @@ void StreamFiles::read(const std::string& path, std::size_t limit, Bytes& bytes)
 
 void StreamFiles::overwrite(const std::string& path, std::span<const std::uint8_t> bytes) {
     if (path == kStandardStream) {
-        console_.print({bytes.begin(), bytes.end()});
+        console_.print_exactly({bytes.begin(), bytes.end()});
     } else {
         files_.overwrite(path, bytes);
     }
@@ -50,7 +50,7 @@ void StreamFiles::overwrite(const std::string& path, std::span<const std::uint8_
 
 void StreamFiles::replace(const std::string& path, std::span<const std::uint8_t> bytes) {
     if (path == kStandardStream) {
-        console_.print({bytes.begin(), bytes.end()});
+        console_.print_exactly({bytes.begin(), bytes.end()});
     } else {
         files_.replace(path, bytes);
     }

@@ -28,27 +28,6 @@ void append_utf8(std::string& text, char32_t c) {
     }
 }
 
-// Takes one character off the front of a UTF-8 text; bytes that are none give U+FFFD.
-char32_t take_character(std::string_view& text) {
-    constexpr char32_t kReplacement = 0xFFFD;
-    // The lowest character that needs so many bytes after the first.
-    constexpr std::array<char32_t, 4> kLowest = {0, 0x80, 0x800, 0x10000};
-    const auto first = static_cast<unsigned char>(text.front());
-    text.remove_prefix(1);
-    if (first < 0x80) return first;
-    if (first < 0xC0 || first >= 0xF8) return kReplacement;
-    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    char32_t c = first & (0x3F >> more);
-    for (std::size_t i = 0; i < more; ++i) {
-        if (text.empty() || (static_cast<unsigned char>(text.front()) & 0xC0) != 0x80) {
-            return kReplacement;
-        }
-        c = (c << 6) | (static_cast<unsigned char>(text.front()) & 0x3F);
-        text.remove_prefix(1);
-    }
-    return c < kLowest[more] ? kReplacement : c;
-}
-
 }  // namespace
 
 char32_t character_from_radio(unsigned char byte) {
@@ -68,6 +47,28 @@ int radio_from_character(char32_t character) {
     return -1;
 }
 
+std::optional<char32_t> take_character(std::string_view& text) {
+    // The lowest character that needs so many bytes after the first.
+    constexpr std::array<char32_t, 4> kLowest = {0, 0x80, 0x800, 0x10000};
+    constexpr char32_t kFirstSurrogate = 0xD800, kLastSurrogate = 0xDFFF, kLast = 0x10FFFF;
+    const auto first = static_cast<unsigned char>(text.front());
+    text.remove_prefix(1);
+    if (first < 0x80) return first;
+    if (first < 0xC0 || first >= 0xF8) return std::nullopt;
+    const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
+    char32_t c = first & (0x3F >> more);
+    for (std::size_t i = 0; i < more; ++i) {
+        if (text.empty() || (static_cast<unsigned char>(text.front()) & 0xC0) != 0x80) {
+            return std::nullopt;
+        }
+        c = (c << 6) | (static_cast<unsigned char>(text.front()) & 0x3F);
+        text.remove_prefix(1);
+    }
+    const bool none =
+        c < kLowest[more] || c > kLast || (c >= kFirstSurrogate && c <= kLastSurrogate);
+    return none ? std::nullopt : std::optional(c);
+}
+
 std::string utf8_from_radio(std::string_view text) {
     std::string utf8;
     for (const char byte : text) {
@@ -79,7 +80,8 @@ std::string utf8_from_radio(std::string_view text) {
 std::string radio_from_utf8(std::string_view text) {
     std::string radio;
     while (!text.empty()) {
-        const int byte = radio_from_character(take_character(text));
+        const auto character = take_character(text);
+        const int byte = character ? radio_from_character(*character) : -1;
         radio += byte < 0 ? '?' : static_cast<char>(byte);
     }
     return radio;

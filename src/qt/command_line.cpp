@@ -5,6 +5,7 @@
 
 #include "app/version.h"
 #include "platform/native_file.h"
+#include "platform/printable.h"
 
 namespace memwright::qt {
 namespace {
@@ -27,7 +28,8 @@ constexpr const char* kHelp =
 
 Arguments wrong(const std::string& what) {
     Arguments arguments;
-    arguments.message = "memwright: " + what + "\nTry 'memwright --help' for what can be given.\n";
+    arguments.message =
+        "memwright: " + printable(what) + "\nTry 'memwright --help' for what can be given.\n";
     arguments.exit_status = kWrongUsage;
     return arguments;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/error.h"
+#include "platform/printable.h"
 #include "radio/command_line.h"
 #include "radio/demonstration.h"
 #include "radio/event_lines.h"
@@ -29,8 +30,12 @@ constexpr int kWrongArguments = 2;
 
 // Whoever listens reads it now, not when a buffer is full.
 void say(const std::string& line) {
-    std::printf("%s\n", line.c_str());
+    std::printf("%s\n", printable(line).c_str());
     std::fflush(stdout);
+}
+
+void complain(const std::string& what) {
+    std::fprintf(stderr, "vr120-sim: %s\n", printable(what).c_str());
 }
 
 std::string saved(const std::string& path, const MemoryImage& image) {
@@ -88,7 +93,7 @@ int start(const std::vector<std::string>& arguments) {
         }
         memory = command.image.empty() ? demonstration_memory() : load_image(command.image);
     } catch (const Error& error) {
-        std::fprintf(stderr, "vr120-sim: %s\nvr120-sim --help tells more.\n", error.what());
+        complain(std::string(error.what()) + "\nvr120-sim --help tells more.");
         return kWrongArguments;
     }
     stop_on_signals();
@@ -107,7 +112,7 @@ int main(int count, char** arguments) {
     try {
         return memwright::radio::start({arguments + 1, arguments + count});
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "vr120-sim: %s\n", error.what());
+        memwright::radio::complain(error.what());
         return memwright::radio::kFailed;
     }
 }

@@ -134,6 +134,13 @@ TEST_F(Ports, lists_what_was_chosen_in_the_window) {
     EXPECT_THAT("\n" + ended.output, HasSubstr("\nCOM 12  /dev/last  not present\n"));
 }
 
+TEST_F(Ports, names_of_devices_hold_no_commands_for_a_terminal) {
+    store("COM3=\"/dev/\\x1b[31m\\x9b\\x202e\\nx\"\n");
+    const Ended ended = run({"ports"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_THAT("\n" + ended.output, HasSubstr("\nCOM 3   /dev/?[31m???x  not present\n"));
+}
+
 TEST_F(Ports, transfers_use_what_was_chosen_in_the_window) {
     store("COM1=/dev/chosen-once\n");
     const Ended ended = run({"read", "out.120", "--yes"});

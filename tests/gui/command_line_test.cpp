@@ -69,6 +69,8 @@ TEST(CommandLine, wrong_arguments_are_told) {
     expect_wrong({"-platform", "xcb"}, "there is no option '-platform'.");
     expect_wrong({"a.120", "b.120"}, "only one FILE can be opened at a time.");
     expect_wrong({""}, "the name of the file is empty.");
+    expect_wrong({"--\x1B[31m\xC2\x9B-\xFF"}, "there is no option '--?[31m?-?'.");
+    expect_wrong({"--com", "\x1B[31m\n"}, "'?[31m\n' is no N=DEVICE with N from 1 to 12");
 }
 
 TEST(CommandLine, help_names_every_argument) {

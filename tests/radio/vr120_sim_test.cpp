@@ -71,6 +71,19 @@ TEST_F(Vr120SimProgram, prints_the_path_of_a_raw_terminal_first) {
     EXPECT_EQ(settings.c_oflag & static_cast<tcflag_t>(OPOST), 0U);
 }
 
+TEST_F(Vr120SimProgram, says_nothing_that_a_terminal_takes_for_a_command) {
+    Vr120Sim wrong({"--\x1B[31m\xC2\x9B\xFF"});
+    EXPECT_EQ(wrong.error_line(), "vr120-sim: No such argument: \"--?[31m??\".");
+    EXPECT_EQ(wrong.error_line(), "vr120-sim --help tells more.");
+    const std::string name = "\x1B[31m\xE2\x80\xAE.120";
+    Vr120Sim sim({"--mode", "receive", "--save", file(name)});
+    const Line line(sim.line().value_or(""));
+    write_image(line, random_image(51));
+    EXPECT_EQ(sim.line(), "receiving");
+    EXPECT_EQ(sim.line(), "received: 7392 bytes, 240 blocks, 0 checksum errors, saved to " +
+                              file("?[31m?.120"));
+}
+
 TEST_F(Vr120SimProgram, sends_the_image_of_a_file) {
     const MemoryImage image = random_image(50);
     save_image(file("in.120"), image);
