@@ -29,7 +29,7 @@ constexpr const char* kComplete = R"bash(
     COMP_CWORD=$(($# - 1))
     read -ra registered <<< "$(complete -p memwright-cli)"
     "${registered[2]}" memwright-cli "${COMP_WORDS[-1]}" "${COMP_WORDS[-2]}"
-    [[ ${#COMPREPLY[@]} -eq 0 ]] || printf '%s\n' "${COMPREPLY[@]}"
+    [[ ${#COMPREPLY[@]} -eq 0 ]] || printf '%s\0' "${COMPREPLY[@]}"
 )bash";
 
 class Completion : public testing::Test {
@@ -52,12 +52,27 @@ class Completion : public testing::Test {
             "bash",        installation.share() / "bash-completion/completions/memwright-cli",
             folder(),      "memwright-cli"};
         arguments.insert(arguments.end(), words.begin(), words.end());
-        std::istringstream lines(
+        std::istringstream offers(
             printing::output_of("/bin/bash", arguments, installation.environment()));
         std::vector<std::string> found;
-        for (std::string line; std::getline(lines, line);) found.push_back(line);
+        for (std::string offer; std::getline(offers, offer, '\0');) found.push_back(offer);
         return found;
     }
+    // What is evaluated makes a file of this name.
+    static constexpr const char* kCommand = "$(>evaluated)`>evaluated`";
+    void expect_nothing_evaluated() const {
+        for (const fs::path& place : {folder(), folder() / "more", installation.folder(), home()}) {
+            EXPECT_FALSE(fs::exists(place / "evaluated")) << place;
+        }
+    }
+    fs::path home() const { return installation.environment().at("HOME"); }
+
+    void choose_port(const std::string& device) const {
+        fs::create_directories(home() / ".config/Memwright");
+        std::ofstream(home() / ".config/Memwright/Memwright.ini")
+            << "[Ports]\nCOM3=\"" << device << "\"\n";
+    }
+
     std::vector<std::string> commands() const {
         return matches(installation.say("memwright-cli", {"--help"}), "^  ([a-z]+) ");
     }
@@ -145,6 +160,60 @@ TEST_F(Completion, the_values_of_options_are_offered) {
 TEST_F(Completion, a_port_is_one_of_those_that_there_are) {
     const auto ports = matches(installation.say("memwright-cli", {"ports"}), "(/dev/[^ \\n]+)");
     EXPECT_THAT(offered({"read", "radio.120", "--port", ""}), UnorderedElementsAreArray(ports));
+}
+
+TEST_F(Completion, a_device_is_offered_whole_and_not_evaluated) {
+    choose_port(std::string("/dev/a") + kCommand + " b*'");
+    const std::string quoted = R"(/dev/a\$\(\>evaluated\)\`\>evaluated\`\ b\*\')";
+    EXPECT_THAT(offered({"read", "radio.120", "--port", ""}), Contains(quoted));
+    for (const char* const typed : {"/dev/a", "/dev/a\\$", "/dev/a\\$\\('>'"}) {
+        EXPECT_THAT(offered({"read", "radio.120", "--port", typed}), ElementsAre(quoted)) << typed;
+    }
+    for (const char* const typed :
+         {"'/dev/a", "\"/dev/a", "/dev/a$(>evaluated)", "/dev/a`>evaluated`"}) {
+        EXPECT_THAT(offered({"read", "radio.120", "--port", typed}), IsEmpty()) << typed;
+    }
+    choose_port(std::string("/dev/a") + kCommand + " b*");
+    EXPECT_THAT(offered({"read", "radio.120", "--port", "'/dev/a"}),
+                ElementsAre(std::string("/dev/a") + kCommand + " b*"));
+    expect_nothing_evaluated();
+}
+
+TEST_F(Completion, files_are_offered_whole_and_not_evaluated) {
+    const std::string name = std::string("hard *?[a] ") + kCommand + "$HOME\nline.120";
+    for (const fs::path& place : {folder() / name, folder() / "more" / name, home() / name}) {
+        write_image(place);
+    }
+    EXPECT_THAT(offered({"check", ""}), Contains(name));
+    EXPECT_THAT(offered({"check", "h"}), ElementsAre(name));
+    EXPECT_THAT(offered({"check", "more/"}), ElementsAre("more/" + name));
+    EXPECT_THAT(offered({"check", "~/h"}), ElementsAre((home() / name).string()));
+    EXPECT_THAT(offered({"check", "$(>evaluated)/"}), IsEmpty());
+    EXPECT_THAT(offered({"check", "`>evaluated`/"}), IsEmpty());
+    expect_nothing_evaluated();
+}
+
+TEST_F(Completion, files_below_the_home_folder_keep_its_short_name) {
+    write_image(home() / "mine.120");
+    EXPECT_THAT(offered({"check", "~/m"}), ElementsAre("~/mine.120"));
+    fs::create_directory(home() / "mice");
+    EXPECT_THAT(offered({"check", "~/m"}), UnorderedElementsAre("~/mine.120", "~/mice"));
+    EXPECT_THAT(offered({"settings", "~/mine.120", "lam"}), ElementsAre("lamp="));
+}
+
+TEST_F(Completion, settings_of_a_file_are_known_however_it_is_written) {
+    const std::string name = std::string("a 'b' \"c\" \\") + kCommand + ".120";
+    write_image(folder() / name);
+    for (const char* const written : {R"(a\ \'b\'\ \"c\"\ \\\$\(\>evaluated\)\`\>evaluated\`.120)",
+                                      R"("a 'b' \"c\" \\\$(>evaluated)\`>evaluated\`.120")",
+                                      R"('a '\''b'\'' "c" \$(>evaluated)`>evaluated`.120')"}) {
+        EXPECT_THAT(offered({"settings", written, "lam"}), ElementsAre("lamp=")) << written;
+    }
+    EXPECT_THAT(offered({"settings", "\"my\\ radio.120\"", ""}), IsEmpty());
+    EXPECT_THAT(offered({"settings", "$(>evaluated)radio.120", ""}), IsEmpty());
+    EXPECT_THAT(offered({"settings", "\"`>evaluated`radio.120\"", ""}), IsEmpty());
+    EXPECT_THAT(offered({"settings", "-", ""}), IsEmpty());
+    expect_nothing_evaluated();
 }
 
 TEST_F(Completion, every_setting_of_the_image_is_offered_by_its_name) {
