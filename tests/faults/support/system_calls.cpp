@@ -132,9 +132,10 @@ fs::path path_of(pid_t process, std::span<const std::uint64_t> arguments, int fo
     const int from = folder == kNone ? AT_FDCWD : static_cast<int>(argument(folder));
     if (path == kNone) return file_of(process, from);
     const fs::path name = text_in(process, argument(path));
-    if (name.is_absolute()) return name.lexically_normal();
-    const fs::path start = file_of(process, from);
-    return name.empty() ? start : (start / name).lexically_normal();
+    const fs::path start = name.is_absolute() ? fs::path() : file_of(process, from);
+    if (name.empty()) return start;
+    const fs::path whole = (start / name).lexically_normal();
+    return whole.has_filename() ? whole : whole.parent_path();  // that of "." has none
 }
 
 }  // namespace

@@ -81,8 +81,8 @@ bool is_below(const fs::path& path, const fs::path& folder) {
 
 class Tracer {
   public:
-    Tracer(pid_t child, fs::path folder, const Fault& fault)
-        : child_(child), folder_(std::move(folder)), fault_(fault) {}
+    Tracer(pid_t child, fs::path folder, const Fault& fault, const Watch& watch)
+        : child_(child), folder_(std::move(folder)), fault_(fault), watch_(watch) {}
 
     Outcome run() {
         int status = wait_for(child_);
@@ -122,6 +122,7 @@ class Tracer {
 
     void entered(std::uint64_t count) {
         struck_now_ = false;
+        if (watch_) watch_(*current_);
         if (fault_.deed == Deed::none || (fault_.strikes && !fault_.strikes(*current_))) return;
         const int number = ++number_ - fault_.first;
         if (number < 0 || number >= fault_.times) return;
@@ -157,6 +158,7 @@ class Tracer {
     pid_t child_;
     fs::path folder_;
     const Fault& fault_;
+    const Watch& watch_;
     Outcome outcome_;
     std::optional<SystemCall> current_;
     int number_ = 0;
@@ -183,7 +185,7 @@ void trace_from_here() {
 }
 
 Outcome run_traced(const std::function<std::string()>& work, const fs::path& folder,
-                   const Fault& fault) {
+                   const Fault& fault, const Watch& watch) {
     SharedText report;
     const pid_t child = fork();
     if (child < 0) throw std::runtime_error("no child");
@@ -196,7 +198,7 @@ Outcome run_traced(const std::function<std::string()>& work, const fs::path& fol
         }
         _exit(0);
     }
-    Outcome outcome = Tracer(child, fs::canonical(folder), fault).run();
+    Outcome outcome = Tracer(child, fs::canonical(folder), fault, watch).run();
     outcome.report = report.get();
     return outcome;
 }

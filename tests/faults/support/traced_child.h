@@ -50,10 +50,13 @@ struct Outcome {
 // Why nothing can be traced here; "" if it can.
 std::string reason_against_tracing();
 
+// Looks at the files while the child stands before a call, and may change them.
+using Watch = std::function<void(const SystemCall&)>;
+
 // Runs `work` in a child. From its call of trace_from_here() on, calls on files below `folder` are
 // counted. A work that runs another program traces it from there.
 Outcome run_traced(const std::function<std::string()>& work, const std::filesystem::path& folder,
-                   const Fault& fault);
+                   const Fault& fault, const Watch& watch = {});
 
 void trace_from_here();
 
