@@ -27,12 +27,15 @@ class StreamFiles final : public FileSystem {
     void read(const std::string& path, std::size_t limit, Bytes& bytes) override;
     void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) override;
     void replace(const std::string& path, std::span<const std::uint8_t> bytes) override;
+    void replace_private(const std::string& path, std::span<const std::uint8_t> bytes) override {
+        files_.replace_private(path, bytes);
+    }
     std::unique_ptr<InputFile> open_input(const std::string& path) override;
     bool exists(const std::string& path) noexcept override;
     std::vector<std::string> files_in(const std::string& folder) override {
         return files_.files_in(folder);
     }
-    void make_folder(const std::string& path) override { files_.make_folder(path); }
+    void make_private_folder(const std::string& path) override { files_.make_private_folder(path); }
     void rename(const std::string& from, const std::string& to) override {
         files_.rename(from, to);
     }

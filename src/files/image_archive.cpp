@@ -35,7 +35,7 @@ bool is_later(const std::string& name, const std::string& timestamp) {
 void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
                         const std::string& what) {
     if (folder_.empty()) return;
-    files_.make_folder(folder_);
+    files_.make_private_folder(folder_);
     const std::string stem = timestamp + " " + what;
     std::string name = stem + kExtension;
     auto old = names_or_none();

@@ -75,7 +75,7 @@ void Recovery::write() {
 }
 
 void Recovery::write_snapshot() {
-    desktop_.files.make_folder(desktop_.folder);
+    desktop_.files.make_private_folder(desktop_.folder);
     if (own_lock_ == nullptr) choose_name();
     desktop_.files.replace(path(own_name_),
                            bytes_of({work_.files.current_path(), desktop_.clock.date_and_time(),

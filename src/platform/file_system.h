@@ -43,6 +43,10 @@ class FileSystem {
     // Replaces a file by one that holds `bytes` and nothing else; otherwise as overwrite.
     virtual void replace(const std::string& path, std::span<const std::uint8_t> bytes) = 0;
 
+    // As replace, and nobody but the user may read or write the file, whatever was so before and
+    // whatever rights new files usually get.
+    virtual void replace_private(const std::string& path, std::span<const std::uint8_t> bytes) = 0;
+
     // Opens a regular file that exists.
     virtual std::unique_ptr<InputFile> open_input(const std::string& path) = 0;
 
@@ -53,8 +57,9 @@ class FileSystem {
     // cannot be listed to its end, it is a failure.
     virtual std::vector<std::string> files_in(const std::string& folder) = 0;
 
-    // Makes a folder with those above it, for the user alone, unless it is there already.
-    virtual void make_folder(const std::string& path) = 0;
+    // Makes a folder that nobody but the user may enter, with those above it that are missing. One
+    // of the user's own that is there already is closed to all others.
+    virtual void make_private_folder(const std::string& path) = 0;
 
     virtual void rename(const std::string& from, const std::string& to) = 0;
 

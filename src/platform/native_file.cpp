@@ -1,15 +1,16 @@
 #include "platform/native_file.h"
 
 #include <cerrno>
-#include <system_error>
-#include <tuple>
 
 #ifdef _WIN32
 #include <io.h>
+#include <sys/stat.h>
 #else
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "platform/native_descriptor.h"
 #endif
 
 namespace memwright::native {
@@ -37,28 +38,22 @@ bool bring_to_disk(std::FILE* file) {
     return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
 }
 
-bool bring_folder_to_disk(const fs::path& /*path*/) { return true; }
+std::FILE* open_for_reading(const fs::path& path) { return open_file(path, "rb"); }
 
-void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
-    std::error_code ignored;
-    fs::permissions(to, fs::status(from, ignored).permissions(), ignored);
+std::optional<Facts> facts_of(std::FILE* file) {
+    struct _stat64 facts {};
+    if (_fstat64(_fileno(file), &facts) != 0) return std::nullopt;
+    const bool regular = (facts.st_mode & _S_IFMT) == _S_IFREG;
+    return Facts{regular ? fs::file_type::regular : fs::file_type::unknown,
+                 static_cast<std::uint64_t>(facts.st_size)};
+}
+
+bool make_file(const fs::path& path) {
+    std::FILE* const file = open_file(path, "ab");
+    return file != nullptr && std::fclose(file) == 0;
 }
 
 #else
-
-namespace {
-
-// A signal may come in between.
-template <class Call>
-int retried(const Call& call) {
-    int result = 0;
-    do {
-        result = call();
-    } while (result < 0 && errno == EINTR);
-    return result;
-}
-
-}  // namespace
 
 fs::path path_of(const std::string& name) { return name; }
 
@@ -79,30 +74,31 @@ bool bring_to_disk(std::FILE* file) {
     return retried([&] { return fsync(fileno(file)); }) == 0 || errno == EINVAL;
 }
 
-bool bring_folder_to_disk(const fs::path& path) {
-    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+std::FILE* open_for_reading(const fs::path& path) {
     const int descriptor =
-        retried([&] { return open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
-    // A folder that may be written to need not let itself be read; then there is no way to do it.
-    if (descriptor < 0) return errno == EACCES;
-    const int result = retried([&] { return fsync(descriptor); });
-    const int cause = errno;
-    close(descriptor);
-    errno = cause;
-    // Some file systems do this for files alone.
-    return result == 0 || cause == EINVAL || cause == EBADF || cause == ENOTSUP;
+        retried([&] { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });
+    if (descriptor < 0) return nullptr;
+    std::FILE* const file = fdopen(descriptor, "rb");
+    if (file == nullptr) {
+        const int cause = errno;
+        close(descriptor);
+        errno = cause;
+        return nullptr;
+    }
+    std::setvbuf(file, nullptr, _IONBF, 0);
+    return file;
 }
 
-void keep_owner_and_permissions(const fs::path& from, const fs::path& to) {
-    struct stat old {};
-    if (stat(from.c_str(), &old) != 0) return;
-    // The owner first: changing it drops bits of the mode.
-    const bool same_owner = chown(to.c_str(), old.st_uid, old.st_gid) == 0;
-    // A member of the file's group who does not own it can still hand it to the group.
-    constexpr uid_t kUnchanged = static_cast<uid_t>(-1);
-    if (!same_owner) std::ignore = chown(to.c_str(), kUnchanged, old.st_gid);
-    constexpr mode_t kAllBits = 07777, kNoSetIds = 0777;
-    chmod(to.c_str(), old.st_mode & (same_owner ? kAllBits : kNoSetIds));
+std::optional<Facts> facts_of(std::FILE* file) {
+    struct stat facts {};
+    if (fstat(fileno(file), &facts) != 0) return std::nullopt;
+    return Facts{type_of(facts), static_cast<std::uint64_t>(facts.st_size)};
+}
+
+bool make_file(const fs::path& path) {
+    constexpr int kNew = O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    constexpr mode_t kEverybody = 0666;  // less what the user gives nobody (umask)
+    return Descriptor(retried([&] { return open(path.c_str(), kNew, kEverybody); })).is_open();
 }
 
 #endif
@@ -126,7 +122,5 @@ std::size_t read_all(std::FILE* file, std::span<std::uint8_t> bytes) {
         std::clearerr(file);
     }
 }
-
-bool close_file(std::FILE* file) { return std::fclose(file) == 0 || errno == EINTR; }
 
 }  // namespace memwright::native

@@ -1,11 +1,12 @@
 #pragma once
 
 // The few file calls that the standard library does not offer alike on every system. Failures
-// return null or false with the cause in errno.
+// return null, nothing or false with the cause in errno.
 
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -18,6 +19,21 @@ std::string name_of(const std::filesystem::path& path);
 // As std::fopen, without a buffer: what was written has left the program.
 std::FILE* open_file(const std::filesystem::path& path, const char* mode);
 
+// Opens a file for reading, without a buffer. Nothing is waited for, whatever it turns out to be:
+// the other end of a pipe, a device.
+std::FILE* open_for_reading(const std::filesystem::path& path);
+
+// What an open file is, and how many bytes it holds.
+struct Facts {
+    std::filesystem::file_type type{};
+    std::uint64_t size = 0;
+};
+std::optional<Facts> facts_of(std::FILE* file);
+
+// Makes an empty file, also where a link leads to none; one that has come into being meanwhile is
+// not harmed.
+bool make_file(const std::filesystem::path& path);
+
 // Writes every byte, however many calls it takes.
 bool write_all(std::FILE* file, std::span<const std::uint8_t> bytes);
 
@@ -25,16 +41,7 @@ bool write_all(std::FILE* file, std::span<const std::uint8_t> bytes);
 // so.
 std::size_t read_all(std::FILE* file, std::span<std::uint8_t> bytes);
 
-// It is closed in any case, also if a signal came in between.
-bool close_file(std::FILE* file);
-
 // Returns once the file's bytes are on the disk.
 bool bring_to_disk(std::FILE* file);
-
-// Brings a folder's entry for `path` to the disk, where the system can. False if the disk refuses.
-bool bring_folder_to_disk(const std::filesystem::path& path);
-
-// Gives `to` the owner (where allowed) and the permissions of `from`.
-void keep_owner_and_permissions(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace memwright::native

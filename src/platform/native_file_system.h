@@ -1,7 +1,7 @@
 #pragma once
 
 // The file system of the machine. Replacing a file writes a new one beside it, brings it to the
-// disk and renames it over the old one.
+// disk and renames it over the old one (platform/native_replacement.h).
 
 #include "platform/file_system.h"
 
@@ -12,10 +12,11 @@ class NativeFileSystem final : public FileSystem {
     void read(const std::string& path, std::size_t limit, Bytes& bytes) override;
     void overwrite(const std::string& path, std::span<const std::uint8_t> bytes) override;
     void replace(const std::string& path, std::span<const std::uint8_t> bytes) override;
+    void replace_private(const std::string& path, std::span<const std::uint8_t> bytes) override;
     std::unique_ptr<InputFile> open_input(const std::string& path) override;
     bool exists(const std::string& path) noexcept override;
     std::vector<std::string> files_in(const std::string& folder) override;
-    void make_folder(const std::string& path) override;
+    void make_private_folder(const std::string& path) override;
     void rename(const std::string& from, const std::string& to) override;
     void remove(const std::string& path) override;
     int age_in_days(const std::string& path) override;
@@ -25,9 +26,6 @@ class NativeFileSystem final : public FileSystem {
     // Do both names lead to one ordinary file: over links, as hard links, in another spelling? A
     // name that leads to none is the same as no other.
     bool lead_to_one_file(const std::string& a, const std::string& b);
-
-  private:
-    void write(const std::string& path, std::span<const std::uint8_t> bytes, bool keep_rest);
 };
 
 }  // namespace memwright

@@ -42,6 +42,11 @@ class FaultyFileSystem final : public FileSystem {
         real_.replace(path, bytes);
         written.push_back(path);
     }
+    void replace_private(const std::string& path, std::span<const std::uint8_t> bytes) override {
+        if (writing_fails) throw FileError("Cannot save " + path + ": the disk is full.");
+        real_.replace_private(path, bytes);
+        written.push_back(path);
+    }
     std::unique_ptr<InputFile> open_input(const std::string& path) override {
         auto file = real_.open_input(path);
         if (!reading_fails) return file;
@@ -54,9 +59,9 @@ class FaultyFileSystem final : public FileSystem {
         if (listing_fails) throw FileError("Cannot list the files in " + folder + ".");
         return real_.files_in(folder);
     }
-    void make_folder(const std::string& path) override {
+    void make_private_folder(const std::string& path) override {
         if (writing_fails) throw FileError("Cannot make the folder " + path + ".");
-        real_.make_folder(path);
+        real_.make_private_folder(path);
     }
     void rename(const std::string& from, const std::string& to) override { real_.rename(from, to); }
     void remove(const std::string& path) override {

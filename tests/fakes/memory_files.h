@@ -30,6 +30,9 @@ class MemoryFiles final : public FileSystem {
     void replace(const std::string& path, std::span<const std::uint8_t> bytes) override {
         files[path].assign(bytes.begin(), bytes.end());
     }
+    void replace_private(const std::string& path, std::span<const std::uint8_t> bytes) override {
+        replace(path, bytes);
+    }
     std::unique_ptr<InputFile> open_input(const std::string& path) override {
         const auto file = files.find(path);
         if (file == files.end()) throw FileError("Cannot open " + path + ": there is none.");
@@ -46,7 +49,7 @@ class MemoryFiles final : public FileSystem {
         }
         return names;
     }
-    void make_folder(const std::string& /*path*/) override {}
+    void make_private_folder(const std::string& /*path*/) override {}
     void rename(const std::string& from, const std::string& to) override {
         files[to] = std::move(files[from]);
         files.erase(from);

@@ -18,7 +18,9 @@ class ArchiveFaults : public testing::Test {
 
     void SetUp() override {
         MEMWRIGHT_NEEDS_TRACING();
-        fs::create_directories(archive_.folder());
+        for (const std::string& folder : {folder_.file("data"), archive_.folder()}) {
+            native_.make_private_folder(folder);
+        }
     }
 
     static MemoryImage image(int number) {

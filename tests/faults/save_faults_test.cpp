@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "fakes/rights.h"
 #include "faults/support/every_fault.h"
 #include "platform/native_files.h"
 
@@ -24,6 +25,7 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
                                       [&] {
                                           remove_unfinished(folder_.path());
                                           file.put_back();
+                                          restrict_rights(file);
                                       },
                                   .work = [&]() -> std::string {
                                       trace_from_here();
@@ -33,12 +35,32 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
                                   .check =
                                       [&](const Ending& ending) {
                                           file.check(ending);
+                                          check_rights(file);
                                           check_unfinished(file.path.parent_path(), ending);
                                           if (ending.said == Said::nothing)
                                               check_next_save(file, path);
                                       },
                                   .every_error = every_error};
         strike_everywhere(operation);
+    }
+
+    // Of another user where that can be, so that owner and rights have to be set again.
+    static void restrict_rights(const ReplacedFile& file) {
+        if (!file.before) return;
+        ASSERT_EQ(chmod(file.path.c_str(), kOldMode), 0);
+        give_to_ordinary_user(file.path);
+    }
+
+    // Nobody has got more than the old file gave, or than new files usually give.
+    static void check_rights(const ReplacedFile& file) {
+        if (!fs::exists(file.path)) return;
+        constexpr mode_t kNewMode = 0644;
+        const struct stat now = facts_of(file.path);
+        const mode_t most = file.before ? kOldMode : kNewMode;
+        EXPECT_EQ(now.st_mode & 07777 & ~most, 0U) << std::oct << now.st_mode;
+        const bool same_group = geteuid() != 0 || now.st_gid == kNobody;
+        EXPECT_TRUE(!file.before || same_group || (now.st_mode & 07077) == 0)
+            << "another group got rights: " << std::oct << now.st_mode;
     }
 
     // What a killed save leaves goes with a later one.
@@ -57,6 +79,8 @@ class SaveFaults : public testing::TestWithParam<WayToSave> {
         return saved;
     }
 
+    static constexpr mode_t kOldMode = 02640;
+    const Umask usual_{0022};
     const TemporaryFolder folder_;
 };
 

@@ -33,7 +33,7 @@ class Archive : public testing::Test {
     Bytes kept(const std::string& name) const { return folder.get("data/radio images/" + name); }
     static Bytes bytes(const MemoryImage& of) { return {of.bytes().begin(), of.bytes().end()}; }
     std::string put(const std::string& name, const Bytes& content) {
-        native.make_folder(archive.folder());
+        native.make_private_folder(archive.folder());
         return folder.put("data/radio images/" + name, content);
     }
 

@@ -96,7 +96,7 @@ class RecoveryTest : public testing::Test {
         return snapshot_from(content(name));
     }
     void put(const std::string& name, const Bytes& bytes) {
-        machine.native.make_folder(machine.state);
+        machine.native.make_private_folder(machine.state);
         machine.folder.put("state/" + name, bytes);
     }
     // As many other runs have taken their names.

@@ -81,7 +81,7 @@ TEST_F(Save, without_a_current_file_is_Save_As) {
 }
 
 TEST_F(Save, of_a_kept_copy_asks_for_a_name_where_the_user_was_before) {
-    native.make_folder(folder.file("kept"));
+    native.make_private_folder(folder.file("kept"));
     const std::string copy = folder.put("kept/copy.120", image_bytes("FROM R"));
     image_files.places = {folder.file("kept")};
     native.set_current_folder(folder.path().string());

@@ -86,10 +86,12 @@ class FailingFileSystem final : public FileSystem {
     }
     void overwrite(const std::string& /*path*/, std::span<const std::uint8_t> /*bytes*/) override {}
     void replace(const std::string& /*path*/, std::span<const std::uint8_t> /*bytes*/) override {}
+    void replace_private(const std::string& /*path*/,
+                         std::span<const std::uint8_t> /*bytes*/) override {}
     std::unique_ptr<InputFile> open_input(const std::string& /*path*/) override { return nullptr; }
     bool exists(const std::string& /*path*/) noexcept override { return true; }
     std::vector<std::string> files_in(const std::string& /*folder*/) override { return {}; }
-    void make_folder(const std::string& /*path*/) override {}
+    void make_private_folder(const std::string& /*path*/) override {}
     void rename(const std::string& /*from*/, const std::string& /*to*/) override {}
     void remove(const std::string& /*path*/) override {}
     int age_in_days(const std::string& /*path*/) override { return 0; }

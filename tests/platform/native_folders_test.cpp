@@ -52,28 +52,11 @@ TEST_F(NativeFolders, there_are_no_files_in_what_is_no_folder) {
     EXPECT_THAT(files.files_in(folder.path().string()), ElementsAre("file"));
 }
 
-TEST_F(NativeFolders, a_folder_is_made_with_those_above_it_for_the_user_alone) {
-    const std::string path = folder.file("a/b/c");
-    files.make_folder(path);
-    EXPECT_TRUE(fs::is_directory(path));
-    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
-}
-
-TEST_F(NativeFolders, a_folder_that_is_there_stays_as_it_is) {
-    fs::create_directory(folder.path() / "a");
-    const auto open = fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec;
-    fs::permissions(folder.path() / "a", open);
-    folder.put("a/file", {7});
-    files.make_folder(folder.file("a"));
-    EXPECT_EQ(fs::status(folder.path() / "a").permissions(), open);
-    EXPECT_EQ(folder.get("a/file"), Bytes{7});
-}
-
 TEST_F(NativeFolders, a_folder_in_the_place_of_a_file_or_below_one_is_refused) {
     folder.put("file", {7});
-    EXPECT_THAT(outcome([&] { files.make_folder(folder.file("file")); }),
+    EXPECT_THAT(outcome([&] { files.make_private_folder(folder.file("file")); }),
                 StartsWith("Cannot make the folder " + folder.file("file") + ": "));
-    EXPECT_THAT(outcome([&] { files.make_folder(folder.file("file/below")); }),
+    EXPECT_THAT(outcome([&] { files.make_private_folder(folder.file("file/below")); }),
                 StartsWith("Cannot make the folder " + folder.file("file/below") + ": "));
     EXPECT_EQ(folder.get("file"), Bytes{7});
 }

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "fakes/child_process.h"
+#include "fakes/rights.h"
 #include "platform/native_files.h"
 
 namespace memwright {
@@ -16,19 +16,6 @@ namespace {
 using Names = std::vector<std::string>;
 
 class NativePermissions : public BothWaysToSave {};
-
-mode_t mode_of(const std::string& path) {
-    struct stat facts {};
-    EXPECT_EQ(stat(path.c_str(), &facts), 0) << path;
-    return facts.st_mode & 07777;
-}
-
-// Gives a file to the user who the tests run as where they may not run as the administrator.
-void give_to_ordinary_user(const std::string& path) {
-    if (geteuid() == 0) {
-        ASSERT_EQ(chown(path.c_str(), kNobody, kNobody), 0);
-    }
-}
 
 TEST_P(NativePermissions, are_kept) {
     const TemporaryFolder folder;
@@ -57,7 +44,7 @@ TEST_P(NativePermissions, are_kept_whatever_new_files_get) {
 
 TEST_P(NativePermissions, of_a_new_file_are_those_that_the_user_gives_new_files) {
     const TemporaryFolder folder;
-    for (const mode_t mask : {0077U, 0022U, 0002U}) {
+    for (const mode_t mask : {0077U, 0027U, 0022U, 0002U, 0000U}) {
         const std::string path = folder.file("new-" + std::to_string(mask));
         EXPECT_EQ(in_child([&] {
                       umask(mask);
@@ -110,7 +97,7 @@ TEST_P(NativePermissions, a_read_only_folder_is_refused_with_nothing_left_behind
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
     ASSERT_EQ(chmod(path.c_str(), 0666), 0);
-    give_to_ordinary_user(folder.path().string());
+    give_to_ordinary_user(folder.path());
     ASSERT_EQ(chmod(folder.path().c_str(), 0555), 0);
     for (const std::string& target : {path, folder.file("new.120")}) {
         const std::string error =
@@ -125,7 +112,7 @@ TEST_P(NativePermissions, a_read_only_folder_is_refused_with_nothing_left_behind
 
 TEST(NativeReadPermissions, a_missing_file_in_a_read_only_folder_cannot_be_opened) {
     const TemporaryFolder folder;
-    give_to_ordinary_user(folder.path().string());
+    give_to_ordinary_user(folder.path());
     ASSERT_EQ(chmod(folder.path().c_str(), 0555), 0);
     const std::string error = as_an_ordinary_user([&] { return reading(folder.file("new.120")); });
     EXPECT_TRUE(has(error, "Cannot create " + folder.file("new.120"))) << error;
@@ -173,7 +160,7 @@ TEST(NativeReplacePermissions, a_longer_file_that_may_not_be_read_is_replaced) {
 TEST_P(NativePermissions, nothing_exists_in_a_folder_that_may_not_be_entered) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.120", pattern(7392));
-    give_to_ordinary_user(folder.path().string());
+    give_to_ordinary_user(folder.path());
     ASSERT_EQ(chmod(folder.path().c_str(), 0600), 0);
     EXPECT_EQ(as_an_ordinary_user([&]() -> std::string {
                   return NativeFileSystem().exists(path) ? "exists" : "does not";
