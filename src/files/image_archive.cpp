@@ -35,6 +35,7 @@ bool is_later(const std::string& name, const std::string& timestamp) {
 void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
                         const std::string& what) {
     if (folder_.empty()) return;
+    files_.make_private_folder(data_folder_);
     files_.make_private_folder(folder_);
     const std::string stem = timestamp + " " + what;
     std::string name = stem + kExtension;
@@ -50,7 +51,7 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
     // before the clock was set back, hence before all others.
     std::stable_partition(old.begin(), old.end(),
                           [&](const std::string& other) { return !is_later(other, timestamp); });
-    files_.replace(path(name), image.bytes());
+    files_.replace_private(path(name), image.bytes());
     std::size_t kept = 1;
     for (const std::string& other : old) {
         const bool counts = is_set_aside(other) == is_set_aside(name);

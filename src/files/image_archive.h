@@ -1,8 +1,8 @@
 #pragma once
 
 // Dated copies of the images that came from a radio or went to one, and of those that were in no
-// file when they went ("set aside"), in the user's data folder. The last 50 distinct ones of either
-// are kept.
+// file when they went ("set aside"), in the user's data folder, for the user alone to see. The last
+// 50 distinct ones of either are kept.
 
 #include <string>
 #include <vector>
@@ -20,7 +20,9 @@ class ImageArchive {
 
     // `data_folder`: the user's; "" if there is none, then nothing is kept.
     ImageArchive(FileSystem& files, const std::string& data_folder)
-        : files_(files), folder_(data_folder.empty() ? "" : data_folder + "/radio images") {}
+        : files_(files),
+          data_folder_(data_folder),
+          folder_(data_folder.empty() ? "" : data_folder + "/radio images") {}
 
     // Keeps an image under the date, `timestamp` (platform/time.h), and what happened to it:
     // "read", "written" or kSetAside. An image that is there already gets the new name. FileError.
@@ -37,6 +39,7 @@ class ImageArchive {
     bool holds(const std::string& name, const MemoryImage& image) const;
 
     FileSystem& files_;
+    std::string data_folder_;
     std::string folder_;
 };
 

@@ -77,9 +77,9 @@ void Recovery::write() {
 void Recovery::write_snapshot() {
     desktop_.files.make_private_folder(desktop_.folder);
     if (own_lock_ == nullptr) choose_name();
-    desktop_.files.replace(path(own_name_),
-                           bytes_of({work_.files.current_path(), desktop_.clock.date_and_time(),
-                                     work_.store.MemoryImage, cells_of(work_.grid)}));
+    desktop_.files.replace_private(
+        path(own_name_), bytes_of({work_.files.current_path(), desktop_.clock.date_and_time(),
+                                   work_.store.MemoryImage, cells_of(work_.grid)}));
 }
 
 // A name that no other run has, nor what one of them left.
@@ -186,7 +186,7 @@ void Recovery::set_aside(const std::string& name, const std::optional<Bytes>& by
     bool copied = false;
     if (bytes) {
         try {
-            desktop_.files.replace(path(aside), *bytes);
+            desktop_.files.replace_private(path(aside), *bytes);
             copied = true;
         } catch (const FileError&) {
             // Its days have begun earlier then.

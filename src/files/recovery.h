@@ -1,9 +1,9 @@
 #pragma once
 
 // Keeps what the user is doing on the disk, so that a crash loses nothing: while the table holds
-// changes, a snapshot of it lies in the user's state folder, at most a second behind. It goes when
-// what it holds is in a file and when the program ends as it should. What it finds of runs that did
-// not is offered to the user.
+// changes, a snapshot of it lies in the user's state folder, for the user alone to see, at most a
+// second behind. It goes when what it holds is in a file and when the program ends as it should.
+// What it finds of runs that did not is offered to the user.
 
 #include <chrono>
 #include <functional>
