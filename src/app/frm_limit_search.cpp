@@ -1,6 +1,7 @@
 #include "app/frm_limit_search.h"
 
 #include "image/frequency_text.h"
+#include "image/search_limits.h"
 
 namespace memwright {
 namespace {
@@ -13,7 +14,7 @@ std::string element(const char* name, int index) {
 
 }  // namespace
 
-frmLimitSearch::frmLimitSearch(modVR120& store) : store_(store) {
+frmLimitSearch::frmLimitSearch(ImageCodec& image) : image_(image) {
     for (int i = 0; i < layout::kSearchLimitCount; ++i) {
         Text1.emplace_back(element("Text1", i));
         Combo1.emplace_back(element("Combo1", i));
@@ -42,9 +43,9 @@ void frmLimitSearch::Command1_Click() {
 
 void frmLimitSearch::Form_Load() {
     for (std::size_t i = 0; i < Text1.size(); ++i) {
-        Text1[i].text = Mem2Freq(record(i));
-        Combo1[i].items = {"AUTO", "NFM", "WFM", "AM"};
-        Combo1[i].text = RMode(record(i));
+        Text1[i].text = Mem2Freq(image_, record(i));
+        Combo1[i].items = search_limit_modes();
+        Combo1[i].text = RMode(image_, record(i));
     }
 }
 
@@ -53,34 +54,10 @@ void frmLimitSearch::Text1_LostFocus(std::size_t Index) {
     Text1[Index].text = FormatFreq(Freq);
 }
 
-std::string frmLimitSearch::Mem2Freq(int loffset) const {
-    return limit_from_digits(store_.frequency_digits(loffset), store_.fraction_code(loffset));
-}
-
-std::string frmLimitSearch::RMode(int loffset) const {
-    const int flags = loffset + layout::kFlags;
-    const bool high = store_.GetBit(flags, layout::kModeHighBit) == 1;
-    const bool low = store_.GetBit(flags, layout::kModeLowBit) == 1;
-    if (high) return low ? "AM" : "WFM";
-    return low ? "NFM" : "AUTO";
-}
-
-void frmLimitSearch::SMode(int loffset, const std::string& Mode) {
-    if (Mode != "AUTO" && Mode != "NFM" && Mode != "WFM" && Mode != "AM") return;
-    const int flags = loffset + layout::kFlags;
-    store_.SetBit(flags, layout::kModeHighBit, Mode == "WFM" || Mode == "AM" ? 1 : 0);
-    store_.SetBit(flags, layout::kModeLowBit, Mode == "NFM" || Mode == "AM" ? 1 : 0);
-}
-
-void frmLimitSearch::WriteFreq(int loffset, const std::string& Freq) {
-    std::string number = Freq;
-    store_.set_frequency(loffset, number);
-}
-
 void frmLimitSearch::SaveAll() {
     for (std::size_t i = 0; i < Text1.size(); ++i) {
-        WriteFreq(record(i), Text1[i].text);
-        SMode(record(i), Combo1[i].text);
+        WriteFreq(image_, record(i), Text1[i].text);
+        SMode(image_, record(i), Combo1[i].text);
     }
 }
 

@@ -1,14 +1,12 @@
 #pragma once
 
-// The dialog of the 18 search limits. Their records lie where image/layout.h says and are like
-// those of the channels, but for two things: the kilohertz digits are read as they are stored, and
-// mode 0 is "AUTO". Operations take the offset of a record's first byte in the image.
+// The dialog of the 18 search limits (image/search_limits.h).
 
 #include <deque>
 #include <string>
 #include <vector>
 
-#include "image/mod_vr120.h"
+#include "image/image_codec.h"
 #include "platform/controls.h"
 
 namespace memwright {
@@ -16,7 +14,7 @@ namespace memwright {
 class frmLimitSearch {
   public:
     // Shows what the image holds.
-    explicit frmLimitSearch(modVR120& store);
+    explicit frmLimitSearch(ImageCodec& image);
 
     // By limit, 0 to 17. The texts of the boxes are in the radio's character set.
     std::deque<TextBox> Text1;
@@ -38,16 +36,6 @@ class frmLimitSearch {
 
     std::vector<Label*> row_labels();
 
-    // Frequency text; "" for none.
-    std::string Mem2Freq(int loffset) const;
-
-    // "AUTO", "NFM", "WFM" or "AM"; other texts are not stored.
-    std::string RMode(int loffset) const;
-    void SMode(int loffset, const std::string& Mode);
-
-    // The number that the text starts with; an empty text stores 0 MHz, not "none".
-    void WriteFreq(int loffset, const std::string& Freq);
-
     // Encodes every control into the image, whether it was changed or not.
     void SaveAll();
 
@@ -59,7 +47,7 @@ class frmLimitSearch {
     void Command2_Click() { closed(); }
     void Text1_LostFocus(std::size_t Index);
 
-    modVR120& store_;
+    ImageCodec& image_;
     std::vector<Connection> connections_;
 };
 

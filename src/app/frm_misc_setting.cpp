@@ -20,7 +20,7 @@ int position_of(const ComboBox& list) {
 
 }  // namespace
 
-frmMiscSetting::frmMiscSetting(modVR120& store) : store_(store) {
+frmMiscSetting::frmMiscSetting(ImageCodec& image) : image_(image) {
     const std::array<ComboBox*, 14> lists = {&Combo1,  &Combo2,  &Combo3,  &Combo4, &Combo5,
                                              &Combo6,  &Combo7,  &Combo8,  &Combo9, &Combo10,
                                              &Combo11, &Combo12, &Combo13, &Combo14};
@@ -44,38 +44,22 @@ void frmMiscSetting::Command1_Click() {
 }
 
 void frmMiscSetting::Form_Load() {
-    for (std::size_t i = 0; i < Check1.size(); ++i) {
-        const auto [offset, bit] = layout::linked_bank(static_cast<int>(i));
-        Check1[i].checked = store_.GetBit(offset, bit) == 1;
-    }
-    const bool bank = store_.GetBit(layout::kScanMode.offset, layout::kScanMode.bit) == 1;
+    const LinkedBanks linked = linked_banks(image_);
+    for (std::size_t i = 0; i < Check1.size(); ++i) Check1[i].checked = linked[i];
+    const bool bank = scans_bank(image_);
     Option1.selected = bank;
     Option2.selected = !bank;
-    for (const Setting& setting : settings_) select(setting, setting.stored(store_));
-}
-
-void frmMiscSetting::select(const Setting& setting, int position) {
-    const Choices& items = setting.choices;
-    if (position >= static_cast<int>(items.size())) {
-        throw InputError("The settings cannot be shown: \"" + setting.name() + "\", at offset " +
-                         std::to_string(setting.offset) + " of the memory image, is " +
-                         std::to_string(position) + ", and its choices are 0 (" + items.front() +
-                         ") to " + std::to_string(items.size() - 1) + " (" + items.back() +
-                         ").\nNothing was changed. Choose \"" + setting.name() +
-                         "\" on the radio and read it again, or open another image.");
-    }
-    setting.list.text = items[static_cast<std::size_t>(position)];
+    for (const Setting& setting : settings_) setting.list.text = setting.choice(image_);
 }
 
 void frmMiscSetting::SaveAll() {
-    for (std::size_t i = 0; i < Check1.size(); ++i) {
-        const auto [offset, bit] = layout::linked_bank(static_cast<int>(i));
-        store_.SetBit(offset, bit, Check1[i].checked ? 1 : 0);
-    }
+    LinkedBanks linked;
+    for (std::size_t i = 0; i < Check1.size(); ++i) linked[i] = Check1[i].checked;
+    set_linked_banks(image_, linked);
     // Deliberate: the key beep has the same bit and is written after this, so it is what remains.
-    store_.SetBit(layout::kScanMode.offset, layout::kScanMode.bit, Option1.selected ? 1 : 0);
+    set_scans_bank(image_, Option1.selected);
     for (const Setting& setting : settings_) {
-        setting.store_position(store_, position_of(setting.list));
+        setting.store_position(image_, position_of(setting.list));
     }
 }
 

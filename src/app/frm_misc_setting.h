@@ -1,12 +1,11 @@
 #pragma once
 
-// The dialog of the radio-wide set-mode settings (app/set_mode_settings.h).
+// The dialog of the radio-wide set-mode settings (image/set_mode_settings.h).
 
 #include <array>
 #include <vector>
 
-#include "app/set_mode_settings.h"
-#include "image/mod_vr120.h"
+#include "image/set_mode_settings.h"
 #include "platform/controls.h"
 
 namespace memwright {
@@ -22,7 +21,7 @@ class frmMiscSetting {
     };
 
     // Shows what the image holds. InputError if a list has no entry for it: nothing is changed.
-    explicit frmMiscSetting(modVR120& store);
+    explicit frmMiscSetting(ImageCodec& image);
 
     ComboBox Combo1{"Combo1"};
     ComboBox Combo2{"Combo2"};
@@ -64,9 +63,8 @@ class frmMiscSetting {
     void Form_Load();
     void Command1_Click();
     void Command2_Click() { closed(); }
-    static void select(const Setting& setting, int position);
 
-    modVR120& store_;
+    ImageCodec& image_;
     std::vector<Setting> settings_;
     std::vector<Connection> connections_;
 };

@@ -2,12 +2,12 @@
 
 #include <map>
 
-#include "app/frm_limit_search.h"
-#include "app/set_mode_settings.h"
 #include "cli/commands.h"
 #include "cli/workbench.h"
 #include "image/blocked_ranges.h"
 #include "image/number_text.h"
+#include "image/search_limits.h"
+#include "image/set_mode_settings.h"
 #include "platform/charset.h"
 #include "table/columns.h"
 
@@ -87,12 +87,12 @@ void check_settings(const Workbench& bench, Findings& findings) {
 }
 
 void check_limits(Workbench& bench, Findings& findings) {
-    const frmLimitSearch form(bench.store);
     for (int limit = 0; limit < layout::kSearchLimitCount; ++limit) {
-        const std::string digits = bench.store.frequency_digits(layout::search_limit(limit));
+        const int record = layout::search_limit(limit);
+        const std::string digits = bench.store.frequency_digits(record);
         if (digits == "FFFFFF") continue;
-        check_frequency("limit " + std::to_string(limit), digits,
-                        form.Text1[static_cast<std::size_t>(limit)].text, findings);
+        check_frequency("limit " + std::to_string(limit), digits, Mem2Freq(bench.store, record),
+                        findings);
     }
 }
 

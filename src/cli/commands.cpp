@@ -124,9 +124,11 @@ const std::vector<Command>& commands() {
         {"archive",
          "[show IMAGE|restore IMAGE OUT]",
          "images that came from radios or went to them",
-         "Lists the images that were read from radios or written to them, and those of tables that\n"
+         "Lists the images that were read from radios or written to them, and those of tables "
+         "that\n"
          "were in no file when the window closed them (set aside), the latest first: the last 50\n"
-         "distinct ones of either are kept. Shows the channels of one, or restores it into a file.\n"
+         "distinct ones of either are kept. Shows the channels of one, or restores it into a "
+         "file.\n"
          "IMAGE is a name or a number of the list.\n"
          "\n"
          "Example: memwright-cli archive restore 1 lost.120\n",

@@ -1,8 +1,10 @@
 // diff
 
 #include "cli/commands.h"
-#include "cli/difference.h"
 #include "cli/json.h"
+#include "cli/workbench.h"
+#include "image/difference.h"
+#include "platform/charset.h"
 #include "platform/printable.h"
 
 namespace memwright::cli {
@@ -15,7 +17,8 @@ std::string as_text(const std::vector<Difference>& found) {
     for (const Difference& difference : found) {
         for (const auto& [name, a, b] : difference.fields) {
             const auto shown = [](const std::string& value) {
-                return value.empty() ? std::string("(empty)") : printable_in_line(value);
+                return value.empty() ? std::string("(empty)")
+                                     : printable_in_line(utf8_from_radio(value));
             };
             text += difference.name + ": " + (name.empty() ? "" : name + " ") + shown(a) + " -> " +
                     shown(b) + "\n";
@@ -41,8 +44,8 @@ std::string place_of(const Difference& difference) {
 std::string as_json(const Difference& difference) {
     json::Members a, b;
     for (const auto& field : difference.fields) {
-        a.emplace_back(field.name, json::string(field.a));
-        b.emplace_back(field.name, json::string(field.b));
+        a.emplace_back(field.name, json::string(utf8_from_radio(field.a)));
+        b.emplace_back(field.name, json::string(utf8_from_radio(field.b)));
     }
     const bool one_value = difference.fields.front().name.empty();
     const std::string place = difference.kind == Kind::setting ? json::string(difference.name)
@@ -77,9 +80,9 @@ Status diff(const Arguments& arguments, Session& session) {
     }
     Workbench a(session.console, session.files);
     Workbench b(session.console, session.files);
-    a.open(arguments[0]);
-    b.open(arguments[1]);
-    const auto found = differences(a, b);
+    a.load(arguments[0]);
+    b.load(arguments[1]);
+    const auto found = differences(a.file_bytes(), b.file_bytes());
     if (format == "json") {
         session.console.print_exactly(as_json(found));
     } else {

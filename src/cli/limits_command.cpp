@@ -1,13 +1,13 @@
-// limits: the dialog of the search limits, worked from the command line.
+// limits: shows and changes the search limits. Those that are not named stay as they are.
 
 #include <algorithm>
 #include <charconv>
 
-#include "app/frm_limit_search.h"
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/workbench.h"
-#include "image/layout.h"
+#include "image/frequency_text.h"
+#include "image/search_limits.h"
 
 namespace memwright::cli {
 namespace {
@@ -19,7 +19,7 @@ struct Change {
     std::string mode;  // "" to leave it
 };
 
-Change change_from(const std::string& text, const std::vector<std::string>& modes) {
+Change change_from(const std::string& text) {
     const auto wrong = [&](const std::string& why) {
         return WrongUsage("\"" + text + "\": " + why);
     };
@@ -40,20 +40,21 @@ Change change_from(const std::string& text, const std::vector<std::string>& mode
     }
     if (comma == std::string::npos) return change;
     change.mode = value.substr(comma + 1);
+    const auto& modes = search_limit_modes();
     if (std::ranges::find(modes, change.mode) == modes.end()) {
         throw wrong("\"" + change.mode + "\" is no mode: it is " + enumeration(modes) + ".");
     }
     return change;
 }
 
-void show(frmLimitSearch& form, const std::string& format, Console& console) {
+void show(const ImageCodec& image, const std::string& format, Console& console) {
     std::vector<std::string> objects;
     std::string text;
-    for (std::size_t i = 0; i < form.Text1.size(); ++i) {
-        const std::string& frequency = form.Text1[i].text;
-        const std::string& mode = form.Combo1[i].text;
-        text += std::to_string(i) + "=" + frequency + "," + mode + "\n";
-        objects.push_back(json::object({{"limit", std::to_string(i)},
+    for (int limit = 0; limit < layout::kSearchLimitCount; ++limit) {
+        const std::string frequency = Mem2Freq(image, layout::search_limit(limit));
+        const std::string mode = RMode(image, layout::search_limit(limit));
+        text += std::to_string(limit) + "=" + frequency + "," + mode + "\n";
+        objects.push_back(json::object({{"limit", std::to_string(limit)},
                                         {"freq", json::string(frequency)},
                                         {"mode", json::string(mode)}}));
     }
@@ -74,23 +75,16 @@ Status limits(const Arguments& arguments, Session& session) {
     const auto lock = only_shows ? nullptr : session.files.lock(output, {arguments[0]});
     Workbench bench(session.console, session.files);
     bench.load(arguments[0]);
-    frmLimitSearch form(bench.store);
     if (only_shows) {
-        show(form, format, session.console);
+        show(bench.store, format, session.console);
         return kDone;
     }
     std::vector<Change> changes;
-    for (const std::string& text : texts) {
-        changes.push_back(change_from(text, form.Combo1.front().items));
-    }
-    // Only the limits that are named are written: accepting the dialog would touch all of them.
-    for (const Change& change : changes) {
-        TextBox& box = form.Text1[change.limit];
-        box.text = change.frequency;
-        box.focus_lost();
+    for (const std::string& text : texts) changes.push_back(change_from(text));
+    for (Change& change : changes) {
         const int record = layout::search_limit(static_cast<int>(change.limit));
-        form.WriteFreq(record, box.text);
-        form.SMode(record, change.mode);
+        WriteFreq(bench.store, record, FormatFreq(change.frequency));
+        SMode(bench.store, record, change.mode);
     }
     bench.save(output);
     return kDone;

@@ -21,7 +21,8 @@ std::string help_of_program() {
     }
     return text +
            "\n"
-           "memwright-cli COMMAND --help tells more, memwright-cli --version which version this is.\n"
+           "memwright-cli COMMAND --help tells more, memwright-cli --version which version this "
+           "is.\n"
            "\"-\" is standard input or output where a file is expected.\n"
            "\n"
            "Ends with 0 if all went well, 1 for differences or findings (diff, check), 2 for "

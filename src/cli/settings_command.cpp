@@ -1,14 +1,14 @@
-// settings: the dialog of the set-mode settings, worked from the command line.
+// settings: shows and changes the set-mode settings.
 
 #include <algorithm>
-#include <memory>
+#include <map>
 #include <optional>
 
-#include "app/frm_misc_setting.h"
 #include "cli/commands.h"
 #include "cli/json.h"
-#include "cli/setting_names.h"
 #include "cli/workbench.h"
+#include "image/set_mode_settings.h"
+#include "platform/error.h"
 
 namespace memwright::cli {
 namespace {
@@ -20,90 +20,101 @@ std::string lower_case(std::string text) {
     return text;
 }
 
-// The controls of the dialog by name, and what is wanted of them.
-class SettingsByName {
+// The settings of an image by their ids, and what is wanted of them.
+class SettingsById {
   public:
-    explicit SettingsByName(frmMiscSetting& form) : form_(form) {}
+    // InputError if the image holds what is no choice.
+    explicit SettingsById(const ImageCodec& image)
+        : scans_bank_(memwright::scans_bank(image)), linked_(linked_banks(image)) {
+        for (const SetModeSetting& setting : set_mode_settings()) {
+            choices_[setting.id] = setting.choice(image);
+        }
+    }
 
     json::Members shown() const {
         json::Members all;
-        for (const auto& setting : form_.settings()) {
-            all.emplace_back(name_of_setting(setting.name()), setting.list.text);
+        for (const SetModeSetting& setting : set_mode_settings()) {
+            all.emplace_back(setting.id, choices_.at(setting.id));
         }
-        all.emplace_back(kScanModeName, form_.Option1.selected ? "Bank" : "All");
-        all.emplace_back(kLinkedBandsName, linked_bands());
+        all.emplace_back(kScanModeId, scans_bank_ ? "Bank" : "All");
+        all.emplace_back(kLinkedBanksId, linked_list());
         return all;
     }
 
-    void change(const std::string& name, const std::string& value) {
-        if (name == kScanModeName) {
-            scan_mode_ = chosen(name, value, {"Bank", "All"});
-        } else if (name == kLinkedBandsName) {
-            link_bands(value);
+    void change(const std::string& id, const std::string& value) {
+        if (id == kScanModeId) {
+            scan_mode_ = chosen(id, value, {"Bank", "All"});
+        } else if (id == kLinkedBanksId) {
+            link_banks(value);
         } else {
-            const auto setting = std::ranges::find_if(form_.settings(), [&](const auto& known) {
-                return name_of_setting(known.name()) == name;
-            });
-            if (setting == form_.settings().end()) throw WrongUsage(unknown(name));
-            setting->list.text = chosen(name, value, setting->choices);
-            if (&setting->list == &form_.Combo7) key_beep_ = setting->list.text;
+            const auto& all = set_mode_settings();
+            const auto setting = std::ranges::find(all, id, &SetModeSetting::id);
+            if (setting == all.end()) throw WrongUsage(unknown(id));
+            choices_[id] = chosen(id, value, setting->choices);
+            if (id == kKeyBeepId) key_beep_ = choices_[id];
         }
     }
 
     // Scan mode and key beep are one bit of the radio's.
-    void agree() {
+    void store(ImageCodec& image) {
         const std::string beep_of_mode = scan_mode_ == "Bank" ? "OFF" : "ON";
         if (scan_mode_ && key_beep_ && *key_beep_ != beep_of_mode) {
             throw WrongUsage("scan-mode=" + *scan_mode_ + " and key-beep=" + *key_beep_ +
                              " exclude each other: the radio keeps both in one place, where Bank "
                              "goes with OFF and All with ON.");
         }
-        if (scan_mode_) form_.Combo7.text = beep_of_mode;
-        const bool bank = form_.Combo7.text.get() == "OFF";
-        form_.Option1.selected = bank;
-        form_.Option2.selected = !bank;
+        if (scan_mode_) choices_[kKeyBeepId] = beep_of_mode;
+        for (const SetModeSetting& setting : set_mode_settings()) {
+            const auto choice = std::ranges::find(setting.choices, choices_[setting.id]);
+            setting.store_position(image, static_cast<int>(choice - setting.choices.begin()));
+        }
+        set_linked_banks(image, linked_);
     }
 
   private:
-    std::string unknown(const std::string& name) const {
-        std::string names;
-        for (const auto& [known, value] : shown()) names += (names.empty() ? "" : ", ") + known;
-        return "There is no setting \"" + name + "\". Settings: " + names + ".";
+    static constexpr const char* kKeyBeepId = "key-beep";
+
+    std::string unknown(const std::string& id) const {
+        std::string ids;
+        for (const auto& [known, value] : shown()) ids += (ids.empty() ? "" : ", ") + known;
+        return "There is no setting \"" + id + "\". Settings: " + ids + ".";
     }
 
-    static std::string chosen(const std::string& name, const std::string& value,
+    static std::string chosen(const std::string& id, const std::string& value,
                               const std::vector<std::string>& choices) {
         const auto choice = std::ranges::find_if(choices, [&](const std::string& candidate) {
             return lower_case(candidate) == lower_case(value);
         });
         if (choice != choices.end()) return *choice;
-        throw WrongUsage("\"" + value + "\" is no choice of " + name + ": it is " +
+        throw WrongUsage("\"" + value + "\" is no choice of " + id + ": it is " +
                          enumeration(choices) + ".");
     }
 
-    std::string linked_bands() const {
+    std::string linked_list() const {
         std::string list;
-        for (std::size_t i = 0; i < form_.Check1.size(); ++i) {
-            if (form_.Check1[i].checked) list += (list.empty() ? "" : ",") + std::to_string(i);
+        for (std::size_t i = 0; i < linked_.size(); ++i) {
+            if (linked_[i]) list += (list.empty() ? "" : ",") + std::to_string(i);
         }
         return list;
     }
 
-    void link_bands(const std::string& list) {
-        for (CheckBox& box : form_.Check1) box.checked = false;
+    void link_banks(const std::string& list) {
+        linked_ = {};
         if (list.empty()) return;
         for (std::size_t i = 0; i < list.size(); i += 2) {
-            const bool band = list[i] >= '0' && list[i] <= '9';
+            const bool bank = list[i] >= '0' && list[i] <= '9';
             const bool ends_well =
                 i + 1 == list.size() || (list[i + 1] == ',' && i + 2 < list.size());
-            if (!band || !ends_well) {
+            if (!bank || !ends_well) {
                 throw WrongUsage("\"" + list + "\" is no list of bands such as 0,3,9.");
             }
-            form_.Check1[static_cast<std::size_t>(list[i] - '0')].checked = true;
+            linked_[static_cast<std::size_t>(list[i] - '0')] = true;
         }
     }
 
-    frmMiscSetting& form_;
+    std::map<std::string, std::string> choices_;  // by id
+    bool scans_bank_;
+    LinkedBanks linked_;
     std::optional<std::string> scan_mode_;  // if they are given
     std::optional<std::string> key_beep_;
 };
@@ -119,9 +130,9 @@ void show(const json::Members& settings, const std::string& format, Console& con
 }
 
 // An error that says what is wrong with an image names its file.
-std::unique_ptr<frmMiscSetting> opened_dialog(modVR120& store, const std::string& path) {
+SettingsById settings_of(const ImageCodec& image, const std::string& path) {
     try {
-        return std::make_unique<frmMiscSetting>(store);
+        return SettingsById(image);
     } catch (const InputError& error) {
         throw InputError(input_name(path) + ": " + error.what());
     }
@@ -137,19 +148,17 @@ Status settings(const Arguments& arguments, Session& session) {
     const auto lock = only_shows ? nullptr : session.files.lock(output, {arguments[0]});
     Workbench bench(session.console, session.files);
     bench.load(arguments[0]);
-    const auto form = opened_dialog(bench.store, arguments[0]);
-    SettingsByName by_name(*form);
+    SettingsById by_id = settings_of(bench.store, arguments[0]);
     if (only_shows) {
-        show(by_name.shown(), format, session.console);
+        show(by_id.shown(), format, session.console);
         return kDone;
     }
     for (const std::string& change : changes) {
         const auto equals = change.find('=');
         if (equals == std::string::npos) throw WrongUsage("\"" + change + "\" is no NAME=VALUE.");
-        by_name.change(change.substr(0, equals), change.substr(equals + 1));
+        by_id.change(change.substr(0, equals), change.substr(equals + 1));
     }
-    by_name.agree();
-    form->SaveAll();
+    by_id.store(bench.store);
     bench.save(output);
     return kDone;
 }

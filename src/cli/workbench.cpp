@@ -39,10 +39,7 @@ Bytes Workbench::bytes_of_image(const std::string& path) {
 }
 
 void Workbench::load(const std::string& path) {
-    const Bytes bytes = bytes_of_image(path);
-    for (int i = 0; i < layout::kImageSize; ++i) {
-        store.MemoryImage.set(i, bytes[static_cast<std::size_t>(i)]);
-    }
+    store.MemoryImage = MemoryImage(bytes_of_image(path));
 }
 
 void Workbench::open(const std::string& path) {

@@ -24,7 +24,7 @@ class Recovery {
   public:
     // What is kept, and put back.
     struct Work {
-        modVR120& store;
+        ImageCodec& store;
         ChannelTable& table;
         MSFlexGrid& grid;
         ImageFiles& files;

@@ -105,10 +105,7 @@ Snapshot snapshot_from(const Bytes& bytes) {
     Snapshot snapshot;
     snapshot.path = reader.text();
     snapshot.when = reader.text();
-    const auto image = reader.take(layout::kImageSize);
-    for (int i = 0; i < layout::kImageSize; ++i) {
-        snapshot.image.set(i, image[static_cast<std::size_t>(i)]);
-    }
+    snapshot.image = MemoryImage(reader.take(layout::kImageSize));
     while (snapshot.cells.size() < kCells) snapshot.cells.push_back(reader.text());
     if (reader.left() != 0) refuse();
     return snapshot;

@@ -9,9 +9,8 @@ namespace memwright {
 namespace {
 
 // What an image becomes by being shown in the table and taken back.
-MemoryImage through_the_table(FileSystem& files, const MemoryImage& image) {
-    modVR120 store(files);
-    store.MemoryImage = image;
+MemoryImage through_the_table(const MemoryImage& image) {
+    ImageCodec store(image);
     MSFlexGrid grid{""};
     const MenuEntry enabled{"", ""};
     ChannelTable table(store, grid, enabled);
@@ -48,9 +47,8 @@ bool UnfiledImages::is_in(const std::string& path, const MemoryImage& image) con
         return false;
     }
     if (bytes.size() < layout::kImageSize) return false;
-    MemoryImage filed;
-    for (int i = 0; i < layout::kImageSize; ++i) filed.set(i, bytes[static_cast<std::size_t>(i)]);
-    return filed == image || through_the_table(files_, filed) == image;
+    const MemoryImage filed(bytes);
+    return filed == image || through_the_table(filed) == image;
 }
 
 }  // namespace memwright

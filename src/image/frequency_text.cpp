@@ -97,6 +97,8 @@ std::string FormatFreq(std::string& Freq) {
     return CheckBlocked(Freq);
 }
 
+bool is_occupied(const std::string& frequency) { return leading_number(frequency) != 0; }
+
 std::int16_t Mem2Row(const std::string& mem) {
     const std::string digits = with_leading_zeros(mem, 3);
     const double bank = leading_number(digits.substr(0, 1));

@@ -31,6 +31,10 @@ std::string limit_from_digits(const std::string& digits, const std::string& frac
 // of the blocked ranges. `Freq` holds the same text except for the last of these.
 std::string FormatFreq(std::string& Freq);
 
+// True if a memory with this frequency text is an occupied one: if the text starts with a number
+// other than 0.
+bool is_occupied(const std::string& frequency);
+
 // The channel table's row, 1 to 640, of a memory number: the bank's digit, then two digits.
 // Not checked: "099" gives 100, which belongs to bank 1.
 std::int16_t Mem2Row(const std::string& mem);

@@ -1,94 +1,18 @@
 #include "image/mod_vr120.h"
 
-#include "image/number_text.h"
-#include "platform/error.h"
-
 namespace memwright {
-namespace {
-
-constexpr int kBitsPerByte = 8;
-
-std::uint8_t checked_byte(int value) {
-    if (value < 0 || value > 0xFF) {
-        throw ConversionError(std::to_string(value) + " does not fit in a byte: 0 to 255.");
-    }
-    return static_cast<std::uint8_t>(value);
-}
-
-std::size_t checked_bit(int BitNum70) {
-    if (BitNum70 < 0 || BitNum70 >= kBitsPerByte) {
-        throw IndexError("A byte has no bit " + std::to_string(BitNum70) + ": bits are 0 to 7.");
-    }
-    return static_cast<std::size_t>(BitNum70);
-}
-
-// The memory index, far enough inside of an int for the offsets that are computed from it.
-int memory_index(int Bank, int Memnumber) {
-    const std::int64_t index = std::int64_t{Bank} * layout::kMemoriesPerBank + Memnumber;
-    if (index < -layout::kImageSize || index > layout::kImageSize) {
-        throw IndexError("The memory image has no memory " + std::to_string(Memnumber) +
-                         " in a bank " + std::to_string(Bank) + ".");
-    }
-    return static_cast<int>(index);
-}
-
-}  // namespace
 
 void modVR120::OpenVR120(const std::string& FilePath) {
     Bytes bytes;
-    const auto take = [&] {
-        for (std::size_t i = 0; i < bytes.size(); ++i) {
-            MemoryImage.set(static_cast<int>(i), bytes[i]);
-        }
-    };
     try {
         files_.read(FilePath, layout::kImageSize, bytes);
     } catch (...) {
-        take();
+        MemoryImage.assign(bytes);
         throw;
     }
-    bytes.resize(layout::kImageSize, 0);
-    take();
+    MemoryImage = ::memwright::MemoryImage(bytes);
 }
 
 bool modVR120::FileExists(const std::string& fpath) const noexcept { return files_.exists(fpath); }
-
-std::int16_t modVR120::GetBit(int loffset, int BitNum70) const {
-    const std::size_t bit = checked_bit(BitNum70);
-    return bits(loffset)[kBitsPerByte - 1 - bit] == '1' ? 1 : 0;
-}
-
-void modVR120::SetBit(int loffset, int BitNum70, int BitVal01) {
-    const std::size_t bit = checked_bit(BitNum70);
-    std::string changed = bits(loffset);
-    changed.replace(kBitsPerByte - 1 - bit, 1, std::to_string(BitVal01));
-    MemoryImage.set(loffset, checked_byte(lLng(Bin2Hex(changed))));
-}
-
-std::string modVR120::GetMemByte(int Bank, int Memnumber) const {
-    return lHex(MemoryImage.get(record(Bank, Memnumber) + layout::kFlags));
-}
-
-void modVR120::SetMemByte(int Bank, int Memnumber, int byteval) {
-    MemoryImage.set(record(Bank, Memnumber) + layout::kFlags, checked_byte(byteval));
-}
-
-void modVR120::ClearMem(int Bank, int Memnumber) {
-    SetMemByte(Bank, Memnumber, 0xFF);
-    for (int i = 0; i < layout::kFrequencySize; ++i) {
-        MemoryImage.set(record(Bank, Memnumber) + i, 0xFF);
-    }
-    SetMemTag(Bank, Memnumber, "");
-}
-
-int modVR120::record(int Bank, int Memnumber) {
-    return layout::kRecords + layout::kRecordSize * memory_index(Bank, Memnumber);
-}
-
-int modVR120::label(int Bank, int Memnumber) {
-    return layout::kLabels + layout::kLabelSize * memory_index(Bank, Memnumber);
-}
-
-std::string modVR120::bits(int loffset) const { return Hex2Bin(lHex(MemoryImage.get(loffset))); }
 
 }  // namespace memwright

@@ -15,7 +15,7 @@ namespace memwright {
 
 class CloneRead {
   public:
-    CloneRead(SerialLink& link, modVR120& store, ChannelTable& table, ImageFiles& files,
+    CloneRead(SerialLink& link, ImageCodec& store, ChannelTable& table, ImageFiles& files,
               UserInterface& window, MessageBox& messages)
         : link_(link),
           store_(store),
@@ -48,7 +48,7 @@ class CloneRead {
     void keep_block(const Response& response, int count);
 
     SerialLink& link_;
-    modVR120& store_;
+    ImageCodec& store_;
     ChannelTable& table_;
     ImageFiles& files_;
     UserInterface& window_;

@@ -14,7 +14,7 @@ namespace memwright {
 
 class CloneWrite {
   public:
-    CloneWrite(SerialLink& link, const modVR120& store, ChannelTable& table, UserInterface& window,
+    CloneWrite(SerialLink& link, const ImageCodec& store, ChannelTable& table, UserInterface& window,
                MessageBox& messages)
         : link_(link), store_(store), table_(table), window_(window), messages_(messages) {}
 
@@ -30,7 +30,7 @@ class CloneWrite {
     std::vector<std::uint8_t> block(int number) const;
 
     SerialLink& link_;
-    const modVR120& store_;
+    const ImageCodec& store_;
     ChannelTable& table_;
     UserInterface& window_;
     MessageBox& messages_;

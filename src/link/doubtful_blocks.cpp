@@ -1,13 +1,12 @@
 #include "link/doubtful_blocks.h"
 
-#include "image/layout.h"
+#include "image/image_codec.h"
 
 namespace memwright {
 namespace {
 
 std::string memory(int index) {
-    return "Bank " + std::to_string(index / layout::kMemoriesPerBank) + " - " +
-           std::to_string(index % layout::kMemoriesPerBank);
+    return memory_name(index / layout::kMemoriesPerBank, index % layout::kMemoriesPerBank);
 }
 
 // The memories that bytes first to last of an array of `size` bytes for each belong to.

@@ -4,8 +4,7 @@
 #include <span>
 #include <string>
 
-#include "image/mod_vr120.h"
-#include "platform/native_file_system.h"
+#include "image/image_codec.h"
 
 namespace memwright::radio {
 namespace {
@@ -144,7 +143,7 @@ constexpr Limit kLimits[layout::kSearchLimitCount] = {
     {"0.100", kAutomatic}, {"1299.000", kAutomatic},
 };
 
-void store(const Channel& channel, int bank, modVR120& memory) {
+void store(const Channel& channel, int bank, ImageCodec& memory) {
     std::string frequency = channel.frequency;
     memory.SetMemByte(bank, channel.number, 0);
     memory.SetMemFreq(bank, channel.number, frequency);
@@ -153,14 +152,14 @@ void store(const Channel& channel, int bank, modVR120& memory) {
     memory.SetMemTag(bank, channel.number, channel.label);
 }
 
-void store(const Limit& limit, int number, modVR120& memory) {
+void store(const Limit& limit, int number, ImageCodec& memory) {
     std::string frequency = limit.frequency;
     const int record = layout::search_limit(number);
     memory.MemoryImage.set(record + layout::kFlags, limit.mode);
     memory.set_frequency(record, frequency);
 }
 
-void store_settings(modVR120& memory) {
+void store_settings(ImageCodec& memory) {
     for (const auto& [offset, value] : kSettings) memory.MemoryImage.set(offset, value);
     for (const auto& [offset, bit] : kSetBits) memory.SetBit(offset, bit, 1);
     for (const int bank : kLinkedBanks) {
@@ -171,8 +170,7 @@ void store_settings(modVR120& memory) {
 }  // namespace
 
 MemoryImage demonstration_memory() {
-    NativeFileSystem files;
-    modVR120 memory(files);
+    ImageCodec memory;
     for (int bank = 0; bank < layout::kBanks; ++bank) {
         for (int number = 0; number < layout::kMemoriesPerBank; ++number) {
             memory.ClearMem(bank, number);

@@ -36,11 +36,7 @@ MemoryImage load_image(const std::string& path) {
         throw FileError(path + " is no image: it has " + std::to_string(bytes.size()) +
                         " bytes of " + std::to_string(layout::kImageSize) + ".");
     }
-    MemoryImage image;
-    for (int i = 0; i < layout::kImageSize; ++i) {
-        image.set(i, bytes[static_cast<std::size_t>(i)]);
-    }
-    return image;
+    return MemoryImage(bytes);
 }
 
 void save_image(const std::string& path, const MemoryImage& image) {

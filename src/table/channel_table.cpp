@@ -3,7 +3,7 @@
 #include <numeric>
 #include <string>
 
-#include "image/number_text.h"
+#include "image/frequency_text.h"
 #include "table/columns.h"
 #include "table/mask_colour.h"
 
@@ -27,8 +27,6 @@ void for_each_memory(Visit visit) {
 
 }  // namespace
 
-bool is_occupied(const std::string& frequency) { return leading_number(frequency) != 0; }
-
 void ChannelTable::initgrid() {
     const MSFlexGrid::Batch batch(grid_);
     grid_.Clear();
@@ -38,8 +36,7 @@ void ChannelTable::initgrid() {
     }
     grid_.set_rows(kRows);
     for_each_memory([&](int bank, int number, int row) {
-        grid_.set_text(row, kLabel,
-                       "Bank " + std::to_string(bank) + " - " + std::to_string(number));
+        grid_.set_text(row, kLabel, memory_name(bank, number));
     });
     for (int row = 0; row < grid_.Rows(); ++row) grid_.set_row_height(row, kRowHeight);
     for (int col = 0; col < kCount; ++col) {

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "image/mod_vr120.h"
+#include "image/image_codec.h"
 #include "platform/controls.h"
 #include "table/ms_flex_grid.h"
 
@@ -15,7 +15,7 @@ namespace memwright {
 class ChannelTable {
   public:
     // SaveVR120Data works only while `mnuSaveOnly` is enabled.
-    ChannelTable(modVR120& store, MSFlexGrid& grid, const MenuEntry& mnuSaveOnly)
+    ChannelTable(ImageCodec& store, MSFlexGrid& grid, const MenuEntry& mnuSaveOnly)
         : store_(store), grid_(grid), mnuSaveOnly_(mnuSaveOnly) {}
 
     // Rebuilds the table with labels and headings, and without any channel.
@@ -48,13 +48,10 @@ class ChannelTable {
 
     std::int32_t byte_sum() const;
 
-    modVR120& store_;
+    ImageCodec& store_;
     MSFlexGrid& grid_;
     const MenuEntry& mnuSaveOnly_;
     std::int32_t ChangeCheckSum_ = 0;
 };
-
-// True if a frequency text makes its row an occupied one.
-bool is_occupied(const std::string& frequency);
 
 }  // namespace memwright

@@ -139,65 +139,6 @@ TEST_F(SearchLimits, every_box_and_list_shows_its_own_record) {
     }
 }
 
-TEST_F(SearchLimits, the_kilohertz_are_shown_as_stored_and_the_code_behind_them) {
-    frmLimitSearch form(radio_.store());
-    const int at = offset_of(3);
-    put(3, {0x14, 0x51, 0x00, 0x41});
-    EXPECT_EQ(form.Mem2Freq(at), "145.10050");
-    EXPECT_EQ(form.RMode(at), "NFM");
-    put(3, {0x14, 0x51, 0x00, 0x00});
-    EXPECT_EQ(form.Mem2Freq(at), "145.10000");
-    put(3, {0x01, 0x23, 0x45, kFraction25});
-    EXPECT_EQ(form.Mem2Freq(at), "12.34525");
-    put(3, {0xFF, 0xFF, 0xFF, 0xFF});
-    EXPECT_EQ(form.Mem2Freq(at), "");
-    for (const int pattern : {0x60, 0xA0, 0xC0, 0xE0}) {
-        put(3, {0x14, 0x51, 0x00, pattern});
-        EXPECT_EQ(form.Mem2Freq(at), "145.10000") << pattern;
-    }
-}
-
-TEST_F(SearchLimits, the_mode_has_four_values_in_the_lowest_two_bits) {
-    frmLimitSearch form(radio_.store());
-    for (int flags = 0; flags < 256; ++flags) {
-        radio_.put(7155, flags);
-        EXPECT_EQ(form.RMode(7152), kModes[index(flags % 4)]) << flags;
-        for (int code = 0; code < 4; ++code) {
-            form.SMode(7152, kModes[index(code)]);
-            EXPECT_EQ(radio_.byte(7155), (flags & 0xFC) | code) << flags << " " << code;
-        }
-    }
-}
-
-TEST_F(SearchLimits, a_text_that_is_no_mode_is_not_stored) {
-    frmLimitSearch form(radio_.store());
-    for (const char* text : {"", "auto", "Auto", "nfm", "FM", "NFM ", " AM", "0", "-"}) {
-        for (int flags = 0; flags < 256; flags += 5) {
-            radio_.put(6915, flags);
-            form.SMode(6912, text);
-            EXPECT_EQ(radio_.byte(6915), flags) << '"' << text << '"';
-        }
-    }
-}
-
-TEST_F(SearchLimits, a_frequency_is_written_as_a_channels_is) {
-    frmLimitSearch form(radio_.store());
-    const auto written = [&](const std::string& text, int flags) {
-        put(17, {0x11, 0x22, 0x33, flags});
-        form.WriteFreq(7156, text);
-        return record(17);
-    };
-    EXPECT_EQ(written("145.51250", 0xFF), (Record{0x14, 0x55, 0x12, 0x5F}));
-    EXPECT_EQ(written("145.10050", 0x01), (Record{0x14, 0x51, 0x00, 0x41}));
-    EXPECT_EQ(written("1299.00075", 0x00), (Record{0xC9, 0x90, 0x00, 0x80}));
-    EXPECT_EQ(written("1300", 0xE3), (Record{0xD0, 0x00, 0x00, 0x03}));
-    EXPECT_EQ(written("45.5", 0x1C), (Record{0x04, 0x55, 0x00, 0x1C}));
-    EXPECT_EQ(written("5.00125", 0x00), (Record{0x00, 0x50, 0x01, 0x20}));
-    EXPECT_EQ(written("", 0xFF), (Record{0x00, 0x00, 0x00, 0x1F}));
-    EXPECT_EQ(written("abc", 0xE0), (Record{0x00, 0x00, 0x00, 0x00}));
-    EXPECT_EQ(written("100.00033", 0xE0), (Record{0x10, 0x00, 0x00, 0x00}));
-}
-
 TEST_F(SearchLimits, an_empty_marker_shows_nothing_and_is_lost_when_accepted) {
     put(5, {0xFF, 0xFF, 0xFF, 0x00});
     in_dialog([&](frmLimitSearch& form) {

@@ -1,29 +1,30 @@
-#include "cli/difference.h"
+#include "image/difference.h"
 
 #include <algorithm>
 #include <array>
 
-#include "app/frm_limit_search.h"
-#include "app/set_mode_settings.h"
-#include "cli/setting_names.h"
+#include "image/image_codec.h"
 #include "image/number_text.h"
-#include "platform/charset.h"
-#include "table/columns.h"
+#include "image/search_limits.h"
+#include "image/set_mode_settings.h"
 
-namespace memwright::cli {
+namespace memwright {
 namespace {
 
 using Kind = Difference::Kind;
 
 class Comparison {
   public:
-    Comparison(Workbench& a, Workbench& b) : a_(a), b_(b) {}
+    using Bytes = std::span<const std::uint8_t>;
+
+    Comparison(Bytes a, Bytes b)
+        : all_of_a_(a), all_of_b_(b), a_(MemoryImage(a)), b_(MemoryImage(b)) {}
 
     std::vector<Difference> run() {
-        for (int row = 1; row < columns::kRows; ++row) compare_memory(row);
+        for (int index = 0; index < layout::kMemories; ++index) compare_memory(index);
         for (const SetModeSetting& setting : set_mode_settings()) compare_setting(setting);
         compare_scan_mode();
-        compare_linked_bands();
+        compare_linked_banks();
         compare_limits();
         compare_rest();
         return std::move(found_);
@@ -40,21 +41,31 @@ class Comparison {
         explain(place.offset, 1, static_cast<std::uint8_t>(1U << place.bit));
     }
 
-    void compare_memory(int row) {
-        using namespace columns;
-        const MSFlexGrid& a = a_.form.MSFlexGrid1;
-        const MSFlexGrid& b = b_.form.MSFlexGrid1;
-        Difference difference{Kind::memory, row, a.TextMatrix(row, kLabel), {}};
-        const std::pair<const char*, int> fields[] = {
-            {"tag", kTag}, {"freq", kFreq}, {"mode", kMode}, {"pref", kPref}};
-        for (const auto& [name, col] : fields) {
-            add_field(difference, name, utf8_from_radio(a.TextMatrix(row, col)),
-                      utf8_from_radio(b.TextMatrix(row, col)));
-        }
+    // The texts that the table shows of a memory: none of one without a frequency.
+    struct Shown {
+        std::string tag, freq, mode, pref;
+    };
+
+    static Shown shown(const ImageCodec& image, int bank, int number) {
+        std::string freq = image.GetMemFreq(bank, number);
+        if (!is_occupied(freq)) return {};
+        return {image.GetMemTag(bank, number), std::move(freq), image.GetMode(bank, number),
+                image.GetPref(bank, number)};
+    }
+
+    void compare_memory(int index) {
+        const int bank = index / layout::kMemoriesPerBank;
+        const int number = index % layout::kMemoriesPerBank;
+        const Shown a = shown(a_, bank, number), b = shown(b_, bank, number);
+        Difference difference{Kind::memory, index + 1, memory_name(bank, number), {}};
+        add_field(difference, "tag", a.tag, b.tag);
+        add_field(difference, "freq", a.freq, b.freq);
+        add_field(difference, "mode", a.mode, b.mode);
+        add_field(difference, "pref", a.pref, b.pref);
         if (difference.fields.empty()) return;
-        explain_record(layout::kRecords + layout::kRecordSize * (row - 1), difference);
+        explain_record(layout::kRecords + layout::kRecordSize * index, difference);
         if (difference.has("tag") || difference.is_of_existence()) {
-            explain(layout::kLabels + layout::kLabelSize * (row - 1), layout::kLabelSize);
+            explain(layout::kLabels + layout::kLabelSize * index, layout::kLabelSize);
         }
         found_.push_back(difference);
     }
@@ -79,66 +90,61 @@ class Comparison {
     }
 
     void compare_setting(const SetModeSetting& setting) {
-        const auto shown = [&](const Workbench& bench) {
-            const int position = setting.stored(bench.store);
+        const auto text = [&](const ImageCodec& image) {
+            const int position = setting.stored(image);
             return position < static_cast<int>(setting.choices.size())
                        ? setting.choices[static_cast<std::size_t>(position)]
                        : std::to_string(position) + " (no choice)";
         };
-        add_setting(name_of_setting(setting.name()), shown(a_), shown(b_));
+        add_setting(setting.id, text(a_), text(b_));
         explain(setting.offset, 1,
                 setting.bit ? static_cast<std::uint8_t>(1U << *setting.bit) : kWhole);
     }
 
     void compare_scan_mode() {
-        const auto shown = [](const Workbench& bench) {
-            return bench.store.GetBit(layout::kScanMode.offset, layout::kScanMode.bit) == 1 ? "Bank"
-                                                                                            : "All";
+        const auto text = [](const ImageCodec& image) {
+            return scans_bank(image) ? "Bank" : "All";
         };
-        add_setting(kScanModeName, shown(a_), shown(b_));
+        add_setting(kScanModeId, text(a_), text(b_));
     }
 
-    void compare_linked_bands() {
-        const auto shown = [](const Workbench& bench) {
+    void compare_linked_banks() {
+        const auto text = [](const ImageCodec& image) {
+            const LinkedBanks linked = linked_banks(image);
             std::string list;
-            for (int bank = 0; bank < layout::kBanks; ++bank) {
-                const auto [offset, bit] = layout::linked_bank(bank);
-                if (bench.store.GetBit(offset, bit) == 0) continue;
-                list += (list.empty() ? "" : ",") + std::to_string(bank);
+            for (std::size_t bank = 0; bank < linked.size(); ++bank) {
+                if (linked[bank]) list += (list.empty() ? "" : ",") + std::to_string(bank);
             }
             return list;
         };
-        add_setting(kLinkedBandsName, shown(a_), shown(b_));
+        add_setting(kLinkedBanksId, text(a_), text(b_));
         for (int bank = 0; bank < layout::kBanks; ++bank) explain_bit(layout::linked_bank(bank));
     }
 
     void compare_limits() {
-        const frmLimitSearch a(a_.store);
-        const frmLimitSearch b(b_.store);
         for (int limit = 0; limit < layout::kSearchLimitCount; ++limit) {
-            const auto i = static_cast<std::size_t>(limit);
+            const int record = layout::search_limit(limit);
             Difference difference{Kind::limit, limit, "limit " + std::to_string(limit), {}};
-            add_field(difference, "freq", a.Text1[i].text, b.Text1[i].text);
-            add_field(difference, "mode", a.Combo1[i].text, b.Combo1[i].text);
+            add_field(difference, "freq", Mem2Freq(a_, record), Mem2Freq(b_, record));
+            add_field(difference, "mode", RMode(a_, record), RMode(b_, record));
             if (difference.fields.empty()) continue;
-            explain_record(layout::search_limit(limit), difference);
+            explain_record(record, difference);
             found_.push_back(difference);
         }
     }
 
     // Bits that nothing above speaks of, and what the files hold behind the image.
     void compare_rest() {
-        const Bytes a = a_.file_bytes();
-        const Bytes b = b_.file_bytes();
+        const Bytes a = all_of_a_, b = all_of_b_;
         for (std::size_t i = 0; i < std::max(a.size(), b.size()); ++i) {
             const std::uint8_t told = i < told_.size() ? told_[i] : std::uint8_t{0};
             const bool both = i < a.size() && i < b.size();
             if (both && ((a[i] ^ b[i]) & ~told) == 0) continue;
-            const auto shown = [i](const Bytes& bytes) {
+            const auto text = [i](Bytes bytes) {
                 return i < bytes.size() ? lHex(bytes[i]) : std::string("none");
             };
             Difference difference{Kind::byte, static_cast<int>(i), "byte " + std::to_string(i), {}};
-            add_field(difference, "", shown(a), shown(b));
+            add_field(difference, "", text(a), text(b));
             found_.push_back(difference);
         }
     }
@@ -154,8 +160,8 @@ class Comparison {
         if (a != b) difference.fields.push_back({name, a, b});
     }
 
-    Workbench& a_;
-    Workbench& b_;
+    Bytes all_of_a_, all_of_b_;  // with what follows the image
+    ImageCodec a_, b_;
     std::vector<Difference> found_;
     std::array<std::uint8_t, layout::kImageSize> told_{};  // bits that were compared by their texts
 };
@@ -172,6 +178,9 @@ bool Difference::is_of_existence() const {
     });
 }
 
-std::vector<Difference> differences(Workbench& a, Workbench& b) { return Comparison(a, b).run(); }
+std::vector<Difference> differences(std::span<const std::uint8_t> a,
+                                    std::span<const std::uint8_t> b) {
+    return Comparison(a, b).run();
+}
 
-}  // namespace memwright::cli
+}  // namespace memwright

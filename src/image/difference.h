@@ -1,14 +1,14 @@
 #pragma once
 
 // What differs between two images: memories, settings and limits by their texts, everything else by
-// its bytes. Texts are UTF-8.
+// its bytes. Texts are in the radio's character set.
 
+#include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "cli/workbench.h"
-
-namespace memwright::cli {
+namespace memwright {
 
 struct Difference {
     struct Field {
@@ -27,7 +27,8 @@ struct Difference {
     bool is_of_existence() const;  // one of the images has no frequency there
 };
 
-// Two files that have been opened.
-std::vector<Difference> differences(Workbench& a, Workbench& b);
+// Between the bytes of two image files: at least 7392 each, and what follows the image.
+std::vector<Difference> differences(std::span<const std::uint8_t> a,
+                                    std::span<const std::uint8_t> b);
 
-}  // namespace memwright::cli
+}  // namespace memwright

@@ -1,18 +1,18 @@
 // The fields of a channel memory: frequency, fraction code, mode, preference and label. The first
 // two stand in the search limits' records as well.
 
-#include "image/mod_vr120.h"
+#include "image/image_codec.h"
 #include "image/number_text.h"
 
 namespace memwright {
 
-std::string modVR120::frequency_digits(int loffset) const {
+std::string ImageCodec::frequency_digits(int loffset) const {
     std::string digits;
     for (int i = 0; i < layout::kFrequencySize; ++i) digits += lHex(MemoryImage.get(loffset + i));
     return digits;
 }
 
-std::string modVR120::fraction_code(int loffset) const {
+std::string ImageCodec::fraction_code(int loffset) const {
     const int flags = loffset + layout::kFlags;
     const std::string code = std::to_string(GetBit(flags, layout::kFraction75Bit)) +
                              std::to_string(GetBit(flags, layout::kFraction50Bit)) +
@@ -23,14 +23,14 @@ std::string modVR120::fraction_code(int loffset) const {
     return "";
 }
 
-void modVR120::set_fraction_code(int loffset, const std::string& stp) {
+void ImageCodec::set_fraction_code(int loffset, const std::string& stp) {
     const int flags = loffset + layout::kFlags;
     SetBit(flags, layout::kFraction75Bit, stp == "75" ? 1 : 0);
     SetBit(flags, layout::kFraction50Bit, stp == "50" ? 1 : 0);
     SetBit(flags, layout::kFraction25Bit, stp == "25" ? 1 : 0);
 }
 
-void modVR120::set_frequency(int loffset, std::string& Freq) {
+void ImageCodec::set_frequency(int loffset, std::string& Freq) {
     const auto [digits, fraction] = digits_from_frequency(Freq);
     set_fraction_code(loffset, fraction);
     // 1600 MHz and more give more than six digits: the last byte is always the last two of them.
@@ -40,24 +40,24 @@ void modVR120::set_frequency(int loffset, std::string& Freq) {
     MemoryImage.set(loffset + 2, byte(digits.substr(digits.size() - 2)));
 }
 
-std::string modVR120::GetMemFreq(int Bank, int Memnumber) const {
+std::string ImageCodec::GetMemFreq(int Bank, int Memnumber) const {
     const int first = record(Bank, Memnumber);
     return frequency_from_digits(frequency_digits(first), fraction_code(first));
 }
 
-void modVR120::SetMemFreq(int Bank, int Memnumber, std::string& Freq) {
+void ImageCodec::SetMemFreq(int Bank, int Memnumber, std::string& Freq) {
     set_frequency(record(Bank, Memnumber), Freq);
 }
 
-std::string modVR120::GetRXStp(int Bank, int Memnumber) const {
+std::string ImageCodec::GetRXStp(int Bank, int Memnumber) const {
     return fraction_code(record(Bank, Memnumber));
 }
 
-void modVR120::SetRxStp(int Bank, int Memnumber, const std::string& stp) {
+void ImageCodec::SetRxStp(int Bank, int Memnumber, const std::string& stp) {
     set_fraction_code(record(Bank, Memnumber), stp);
 }
 
-std::string modVR120::GetMode(int Bank, int Memnumber) const {
+std::string ImageCodec::GetMode(int Bank, int Memnumber) const {
     const int flags = record(Bank, Memnumber) + layout::kFlags;
     const std::string code = std::to_string(GetBit(flags, layout::kModeHighBit)) +
                              std::to_string(GetBit(flags, layout::kModeLowBit));
@@ -67,25 +67,25 @@ std::string modVR120::GetMode(int Bank, int Memnumber) const {
     return "";
 }
 
-void modVR120::SetMode(int Bank, int Memnumber, const std::string& Mode) {
+void ImageCodec::SetMode(int Bank, int Memnumber, const std::string& Mode) {
     if (Mode != "NFM" && Mode != "WFM" && Mode != "AM") return;
     const int flags = record(Bank, Memnumber) + layout::kFlags;
     SetBit(flags, layout::kModeHighBit, Mode == "NFM" ? 0 : 1);
     SetBit(flags, layout::kModeLowBit, Mode == "WFM" ? 0 : 1);
 }
 
-std::string modVR120::GetPref(int Bank, int Memnumber) const {
+std::string ImageCodec::GetPref(int Bank, int Memnumber) const {
     const int flags = record(Bank, Memnumber) + layout::kFlags;
     return GetBit(flags, layout::kPreferenceBit) == 0 ? "Off" : "On";
 }
 
-void modVR120::SetPref(int Bank, int Memnumber, const std::string& Pref) {
+void ImageCodec::SetPref(int Bank, int Memnumber, const std::string& Pref) {
     if (Pref != "Off" && Pref != "On") return;
     const int flags = record(Bank, Memnumber) + layout::kFlags;
     SetBit(flags, layout::kPreferenceBit, Pref == "On" ? 1 : 0);
 }
 
-std::string modVR120::GetMemTag(int Bank, int Memnumber) const {
+std::string ImageCodec::GetMemTag(int Bank, int Memnumber) const {
     const int first = label(Bank, Memnumber);
     std::string tag;
     for (int i = 0; i < layout::kLabelSize; ++i) {
@@ -95,7 +95,7 @@ std::string modVR120::GetMemTag(int Bank, int Memnumber) const {
     return tag;
 }
 
-void modVR120::SetMemTag(int Bank, int Memnumber, const std::string& tag) {
+void ImageCodec::SetMemTag(int Bank, int Memnumber, const std::string& tag) {
     const int first = label(Bank, Memnumber);
     std::string padded = tag;
     padded.resize(layout::kLabelSize, ' ');
