@@ -46,6 +46,7 @@ class AtOnce : public CliTest {
   protected:
     void run_all(const std::vector<Words>& all) const {
         std::vector<std::unique_ptr<RunningCli>> running;
+        running.reserve(all.size());
         for (const Words& words : all) {
             running.push_back(std::make_unique<RunningCli>(command(words)));
         }
@@ -91,11 +92,11 @@ TEST_F(AtOnce, changes_by_different_commands_and_names_are_all_kept) {
     all.set(6666, {1}).set(6688, {0x09, 0x02});
     for (int row = 1; row <= 8; ++row) {
         const std::string list = "list " + std::to_string(row);
-        const std::string channel = std::to_string(row - 1), tag = "TAG" + std::to_string(row);
-        put_text(list, "Ch,MHz,Mode,Pref,Label\r\n" + channel + ",121.5,AM,," + tag + "\r\n");
+        const std::string number = std::to_string(row - 1);
+        put_text(list, "Ch,MHz,Mode,Pref,Label\r\n" + number + ",121.5,AM,,TAG\r\n");
         changes.push_back({"import", row % 2 == 0 ? "radio.120" : "./link.120", list});
-        changes.push_back({"limits", "link.120", channel + "=145,NFM"});
-        all.channel(row, tag, "121.5", "AM").limit(row - 1, "145", 1);
+        changes.push_back({"limits", "link.120", number + "=145,NFM"});
+        all.channel(row, "TAG", "121.5", "AM").limit(row - 1, "145", 1);
     }
     run_all(changes);
     // An import leaves no frequency in memories that have none, whatever their other bits are.
