@@ -38,6 +38,8 @@ std::string kind_of(fs::file_type type) {
     switch (type) {
         case fs::file_type::directory:
             return "it is a folder";
+        case fs::file_type::symlink:
+            return "it is a symbolic link";
         case fs::file_type::fifo:
             return "it is a named pipe";
         case fs::file_type::socket:

@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "fakes/child_process.h"
 #include "fakes/temporary_folder.h"
@@ -55,6 +56,14 @@ class Holder {
 
 class NativeRunLocksTest : public ::testing::Test {
   protected:
+    std::string locking(const std::string& name) {
+        try {
+            return locks.lock(folder.file(name)) ? "locked" : "held";
+        } catch (const FileError& error) {
+            return error.what();
+        }
+    }
+
     TemporaryFolder folder;
     std::string path = folder.file("Gr\xC3\xBC\xC3\x9F 1.recovery.lock");
     NativeRunLocks locks;
@@ -137,19 +146,28 @@ TEST_F(NativeRunLocksTest, of_many_processes_that_want_it_one_at_a_time_has_it) 
 }
 
 TEST_F(NativeRunLocksTest, what_cannot_be_locked_is_an_error_and_not_held_by_another) {
-    const auto locking = [&](const std::string& name) -> std::string {
-        try {
-            return locks.lock(folder.file(name)) ? "locked" : "held";
-        } catch (const FileError& error) {
-            return error.what();
-        }
-    };
     EXPECT_THAT(locking("no/such/folder.lock"),
                 AllOf(HasSubstr("Cannot lock " + folder.file("no/such/folder.lock")),
                       HasSubstr("No such file")));
+}
+
+// In a child process, which is ended if it hangs.
+TEST_F(NativeRunLocksTest, what_is_no_file_is_refused_without_waiting_and_stays) {
     std::filesystem::create_directory(folder.path() / "folder.lock");
-    EXPECT_THAT(locking("folder.lock"), HasSubstr("Is a directory"));
-    EXPECT_THAT(folder.names(), ElementsAre("folder.lock"));
+    std::filesystem::create_symlink("real", folder.path() / "link.lock");
+    std::filesystem::create_symlink("/dev/null", folder.path() / "null.lock");
+    ASSERT_EQ(mkfifo(folder.file("pipe.lock").c_str(), 0666), 0);
+    const std::vector<std::string> before = folder.names();
+    for (const auto& [name, kind] : {std::pair{"folder.lock", "it is a folder"},
+                                     {"link.lock", "it is a symbolic link"},
+                                     {"null.lock", "it is a symbolic link"},
+                                     {"pipe.lock", "it is a named pipe"}}) {
+        EXPECT_EQ(
+            in_child([&] { return locking(name); }),
+            "Cannot lock " + folder.file(name) + ": " + kind +
+                ".\nIt is no lock file of Memwright. Remove it, or ask who owns it to do so.");
+    }
+    EXPECT_EQ(folder.names(), before);
 }
 
 }  // namespace
