@@ -16,6 +16,8 @@
 #include <fstream>
 #include <optional>
 #include <system_error>
+
+#include "qt/serial/port_lock.h"
 #endif
 
 namespace memwright {
@@ -129,12 +131,8 @@ void add_programs_that_hold(PortFacts& facts, const fs::path& device, const stru
 
 // Programs that share serial ports politely leave a file with their process number.
 void add_lock(PortFacts& facts, const fs::path& device) {
-    std::string name = device.string();
-    if (name.starts_with("/dev/")) name.erase(0, std::strlen("/dev/"));
-    std::replace(name.begin(), name.end(), '/', '_');
-    for (const char* const folder :
-         {"/var/lock", "/etc/locks", "/var/spool/locks", "/var/spool/uucp", "/tmp", "/var/tmp"}) {
-        const std::string lock = std::string(folder) + "/LCK.." + name;
+    for (const std::string& lock : port_lock_files(device.string())) {
+        if (!is_lock_file(lock)) continue;
         const auto process = number_in(first_line(lock));
         if (!process) continue;
         if (fs::exists("/proc/" + std::to_string(*process))) {

@@ -11,6 +11,7 @@
 #include "qt/serial/line_settings.h"
 #include "qt/serial/port_diagnosis.h"
 #include "qt/serial/port_handle.h"
+#include "qt/serial/port_lock.h"
 #include "qt/serial/qt_serial_devices.h"
 
 namespace memwright {
@@ -68,7 +69,10 @@ void QtSerialPort::open() {
     }
     const LineSettings line = parse_line_settings(opened_.settings);
 
-    port_.setPortName(device_behind(path_));
+    const QString device = device_behind(path_);
+    const std::string no_lock = no_lock_file(device.toStdString());
+    if (!no_lock.empty()) throw PortError("Cannot open " + name() + ": " + no_lock);
+    port_.setPortName(device);
     if (!port_.open(QIODevice::ReadWrite)) {
         throw PortError(refused_opening(opened_.port, path_, port_));
     }
