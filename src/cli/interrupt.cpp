@@ -8,16 +8,22 @@ namespace {
 
 volatile std::sig_atomic_t noted = 0;
 
-extern "C" void note(int /*signal*/) { noted = 1; }
+void answer_by(void (*handler)(int)) {
+    struct sigaction action {};
+    // Without SA_RESTART: waiting for a key ends, too.
+    action.sa_handler = handler;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
+}
+
+// What has not ended the program by the second one may never do so.
+extern "C" void note(int /*signal*/) {
+    noted = 1;
+    answer_by(SIG_DFL);
+}
 
 }  // namespace
 
-void catch_interrupts() {
-    struct sigaction action {};
-    // Without SA_RESTART: waiting for a key ends, too.
-    action.sa_handler = note;
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
-}
+void catch_interrupts() { answer_by(note); }
 
 bool interrupted() { return noted != 0; }
 

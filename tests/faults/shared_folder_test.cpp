@@ -60,7 +60,7 @@ class SharedFolder : public testing::TestWithParam<WayToSave> {
             int calls = 0;
             bool did = false;
             SystemCall before;
-            const Outcome outcome = save([&](const SystemCall& call) {
+            const Outcome outcome = save([&](const SystemCall& call, pid_t) {
                 if (++calls != number) return;
                 before = call;
                 did = deed();
@@ -166,7 +166,7 @@ TEST_P(SharedFolder, the_new_file_is_the_users_alone_until_it_is_complete) {
         folder_.put("a.120", pattern(10000));
         ASSERT_EQ(chmod(path_.c_str(), mode), 0);
         int incomplete = 0;
-        const Outcome outcome = save([&](const SystemCall& call) {
+        const Outcome outcome = save([&](const SystemCall& call, pid_t) {
             for (const fs::path& file : unfinished_in(folder_.path())) {
                 const bool complete = fs::file_size(file) == whole;
                 incomplete += complete ? 0 : 1;
@@ -214,7 +214,7 @@ TEST_P(SharedFolderRead, a_pipe_in_the_place_of_the_file_is_not_waited_for) {
                 return GetParam().read(path);
             },
             folder.path(), {},
-            [&](const SystemCall&) {
+            [&](const SystemCall&, pid_t) {
                 if (++calls != number) return;
                 fs::remove(path);
                 EXPECT_EQ(mkfifo(path.c_str(), 0666), 0);
@@ -246,7 +246,7 @@ TEST(SharedFolders, a_folder_that_is_renamed_meanwhile_gets_the_file_and_its_suc
             return saving(above.file("shared/a.120"), pattern(kImage));
         },
         above.path(), {},
-        [&](const SystemCall& call) {
+        [&](const SystemCall& call, pid_t) {
             if (renamed || call.kind != Kind::write) return;
             renamed = true;
             fs::rename(above.path() / "shared", above.path() / "moved");

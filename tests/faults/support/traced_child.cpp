@@ -76,7 +76,8 @@ void set_third_argument(pid_t, std::uint64_t) {}
 bool is_below(const fs::path& path, const fs::path& folder) {
     const std::string& name = path.native();
     const std::string& start = folder.native();
-    return name.starts_with(start) && (name.size() == start.size() || name[start.size()] == '/');
+    if (!name.starts_with(start)) return false;
+    return start.ends_with('/') || name.size() == start.size() || name[start.size()] == '/';
 }
 
 class Tracer {
@@ -97,6 +98,7 @@ class Tracer {
             signal = WIFSTOPPED(status) ? signal_after(WSTOPSIG(status)) : 0;
         }
         if (WIFEXITED(status)) outcome_.exit_status = WEXITSTATUS(status);
+        if (WIFSIGNALED(status)) outcome_.signal = WTERMSIG(status);
         return outcome_;
     }
 
@@ -122,7 +124,7 @@ class Tracer {
 
     void entered(std::uint64_t count) {
         struck_now_ = false;
-        if (watch_) watch_(*current_);
+        if (watch_) watch_(*current_, child_);
         if (fault_.deed == Deed::none || (fault_.strikes && !fault_.strikes(*current_))) return;
         const int number = ++number_ - fault_.first;
         if (number < 0 || number >= fault_.times) return;

@@ -42,7 +42,8 @@ struct Fault {
 struct Outcome {
     bool struck = false;   // the fault has come to pass
     bool killed = false;   // by it
-    int exit_status = -1;  // unless it was killed
+    int exit_status = -1;  // unless a signal ended it
+    int signal = 0;        // that did
     std::string report;    // what the work returned
     std::vector<SystemCall> calls;
 };
@@ -50,8 +51,9 @@ struct Outcome {
 // Why nothing can be traced here; "" if it can.
 std::string reason_against_tracing();
 
-// Looks at the files while the child stands before a call, and may change them.
-using Watch = std::function<void(const SystemCall&)>;
+// Looks at the files while the child stands before a call. It may change them, and send the child
+// signals, which interrupt the call.
+using Watch = std::function<void(const SystemCall&, pid_t child)>;
 
 // Runs `work` in a child. From its call of trace_from_here() on, calls on files below `folder` are
 // counted. A work that runs another program traces it from there.
