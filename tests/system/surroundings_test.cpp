@@ -138,9 +138,17 @@ TEST_F(SystemSurroundings, a_current_folder_that_is_gone_is_told_where_a_file_wa
 
 TEST_F(SystemSurroundings, a_stored_folder_that_is_gone_hinders_nothing) {
     fs::create_directories(settings_file().parent_path());
-    const std::string stored = "[Config]\nFilePath=/media/gone/radio\nTop=200000\nLeft=-200000\n";
+    const std::string stored =
+        "[Settings]\nDebugWin=False\nFilePath=/media/gone/radio\nTop=200000\nLeft=-200000\n";
     write_file(settings_file(), Bytes(stored.begin(), stored.end()));
-    works_with(file("mine.120"));
+    const fs::path path = demonstration(file("mine.120"));
+    start({path.string()});
+    wait_for_caption(caption_of(path));
+    const Query log{.name = "Status window", .showing = true};
+    EXPECT_FALSE(main().find_now(log)) << "what is stored was not read";
+    edit_save_and_exit(path);
+    EXPECT_NE(setting("FilePath"), "/media/gone/radio");
+    EXPECT_LT(std::stod(setting("Top")), 200000);
 }
 
 TEST_F(SystemSurroundings, a_path_of_four_thousand_characters_is_one_like_any_other) {
