@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
+#include "base/number_text.h"
 #include "image/blocked_ranges.h"
-#include "image/number_text.h"
 #include "occupied_memory.h"
 #include "operation.h"
 

@@ -1,4 +1,4 @@
-# Everything that every target shares, and the one way to add a folder of the house as a library.
+# Everything that every target shares, and the one way to add a folder as a library.
 include(GNUInstallDirs)
 
 set(CMAKE_CXX_EXTENSIONS OFF)

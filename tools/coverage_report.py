@@ -16,7 +16,7 @@ from coverage_counts import counts
 NO_LINE = re.compile(r'[\s})\];,]*')
 NO_BRANCHES = re.compile(r'} catch \(|.*= default;')
 
-FOLDERS = ['platform', 'image', 'table', 'files', 'link', 'app', 'cli', 'radio']
+FOLDERS = ['base', 'controls', 'platform', 'native', 'image', 'table', 'files', 'link', 'app', 'cli', 'radio']
 
 
 def reasons_of(path):

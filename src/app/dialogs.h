@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "controls/controls.h"
 #include "link/com_ports.h"
-#include "platform/controls.h"
 #include "platform/settings_store.h"
 
 namespace memwright {

@@ -5,8 +5,8 @@
 
 #include <vector>
 
+#include "controls/controls.h"
 #include "files/user_interface.h"
-#include "platform/controls.h"
 #include "table/ms_flex_grid.h"
 
 namespace memwright {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "controls/controls.h"
 #include "image/image_codec.h"
-#include "platform/controls.h"
 
 namespace memwright {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

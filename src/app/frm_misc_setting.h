@@ -5,8 +5,8 @@
 #include <array>
 #include <vector>
 
+#include "controls/controls.h"
 #include "image/set_mode_settings.h"
-#include "platform/controls.h"
 
 namespace memwright {
 

@@ -3,8 +3,8 @@
 #include <limits>
 #include <string>
 
-#include "image/number_text.h"
-#include "platform/error.h"
+#include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace memwright {
 

@@ -6,8 +6,8 @@
 #include "app/frm_limit_search.h"
 #include "app/frm_misc_setting.h"
 #include "app/frm_print.h"
+#include "base/error.h"
 #include "link/doubtful_blocks.h"
-#include "platform/error.h"
 
 namespace memwright {
 

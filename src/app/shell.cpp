@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "app/version.h"
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

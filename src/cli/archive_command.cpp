@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/printable.h"
 #include "cli/commands.h"
 #include "cli/workbench.h"
 #include "files/image_archive.h"
-#include "platform/printable.h"
 #include "platform/user_folders.h"
 
 namespace memwright::cli {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "base/charset.h"
+#include "base/printable.h"
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/kept_input.h"
 #include "cli/workbench.h"
-#include "platform/charset.h"
-#include "platform/printable.h"
 #include "table/columns.h"
 
 namespace memwright::cli {

@@ -2,13 +2,13 @@
 
 #include <map>
 
+#include "base/charset.h"
+#include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/workbench.h"
 #include "image/blocked_ranges.h"
-#include "image/number_text.h"
 #include "image/search_limits.h"
 #include "image/set_mode_settings.h"
-#include "platform/charset.h"
 #include "table/columns.h"
 
 namespace memwright::cli {

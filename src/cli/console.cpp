@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <system_error>
 
-#include "platform/error.h"
-#include "platform/printable.h"
+#include "base/error.h"
+#include "base/printable.h"
 
 namespace memwright::cli {
 namespace {

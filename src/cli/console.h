@@ -2,7 +2,7 @@
 
 // Standard output and standard error. What a command answers goes to the first, in UTF-8; what it
 // has to say goes to the second. What people read has nothing in it that a terminal takes for a
-// command (platform/printable.h).
+// command (base/printable.h).
 
 #include <string>
 

@@ -1,11 +1,11 @@
 // diff
 
+#include "base/charset.h"
+#include "base/printable.h"
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/workbench.h"
 #include "image/difference.h"
-#include "platform/charset.h"
-#include "platform/printable.h"
 
 namespace memwright::cli {
 namespace {

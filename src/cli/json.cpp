@@ -1,6 +1,6 @@
 #include "cli/json.h"
 
-#include "image/number_text.h"
+#include "base/number_text.h"
 
 namespace memwright::cli::json {
 

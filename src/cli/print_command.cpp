@@ -5,7 +5,7 @@
 #include "cli/commands.h"
 #include "cli/kept_input.h"
 #include "cli/workbench.h"
-#include "platform/modules.h"
+#include "native/modules.h"
 
 namespace memwright::cli {
 namespace {

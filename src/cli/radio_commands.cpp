@@ -4,6 +4,8 @@
 #include <functional>
 #include <map>
 
+#include "base/error.h"
+#include "base/printable.h"
 #include "cli/commands.h"
 #include "cli/interrupt.h"
 #include "cli/workbench.h"
@@ -12,9 +14,7 @@
 #include "link/clone_write.h"
 #include "link/com_ports.h"
 #include "link/doubtful_blocks.h"
-#include "platform/error.h"
-#include "platform/modules.h"
-#include "platform/printable.h"
+#include "native/modules.h"
 #include "platform/user_folders.h"
 
 namespace memwright::cli {

@@ -4,11 +4,11 @@
 #include <map>
 #include <optional>
 
+#include "base/error.h"
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/workbench.h"
 #include "image/set_mode_settings.h"
-#include "platform/error.h"
 
 namespace memwright::cli {
 namespace {

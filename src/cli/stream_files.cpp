@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <system_error>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright::cli {
 namespace {

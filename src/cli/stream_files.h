@@ -8,8 +8,8 @@
 #include <string>
 
 #include "cli/console.h"
-#include "platform/native_change_locks.h"
-#include "platform/native_file_system.h"
+#include "native/change_locks.h"
+#include "native/file_system.h"
 
 namespace memwright::cli {
 

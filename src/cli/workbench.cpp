@@ -1,6 +1,6 @@
 #include "cli/workbench.h"
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright::cli {
 

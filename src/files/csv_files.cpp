@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/charset.h"
+#include "base/error.h"
 #include "files/csv_import.h"
 #include "files/current_folder.h"
-#include "platform/charset.h"
-#include "platform/error.h"
 #include "table/columns.h"
 
 namespace memwright {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/charset.h"
 #include "image/blocked_ranges.h"
 #include "image/frequency_text.h"
 #include "image/layout.h"
-#include "platform/charset.h"
 #include "table/cell_rules.h"
 
 namespace memwright {

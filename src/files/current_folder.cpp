@@ -1,7 +1,7 @@
 #include "files/current_folder.h"
 
-#include "platform/error.h"
-#include "platform/native_file.h"
+#include "base/error.h"
+#include "native/file.h"
 
 namespace memwright {
 

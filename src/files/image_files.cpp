@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <exception>
 
+#include "base/error.h"
 #include "files/current_folder.h"
-#include "platform/error.h"
 
 namespace memwright {
 

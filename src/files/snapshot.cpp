@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "table/columns.h"
 
 namespace memwright {

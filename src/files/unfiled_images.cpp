@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "table/channel_table.h"
 
 namespace memwright {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "image/number_text.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/number_text.h"
 #include "image/blocked_ranges.h"
 #include "image/frequency_text.h"
 #include "image/mod_vr120.h"
-#include "image/number_text.h"
 
 namespace memwright {
 

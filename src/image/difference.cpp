@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/number_text.h"
 #include "image/image_codec.h"
-#include "image/number_text.h"
 #include "image/search_limits.h"
 #include "image/set_mode_settings.h"
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/number_text.h"
 #include "image/blocked_ranges.h"
 #include "image/layout.h"
-#include "image/number_text.h"
 
 namespace memwright {
 namespace {

@@ -1,7 +1,7 @@
 #include "image/image_codec.h"
 
-#include "image/number_text.h"
-#include "platform/error.h"
+#include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {

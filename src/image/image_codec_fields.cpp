@@ -1,8 +1,8 @@
 // The fields of a channel memory: frequency, fraction code, mode, preference and label. The first
 // two stand in the search limits' records as well.
 
+#include "base/number_text.h"
 #include "image/image_codec.h"
-#include "image/number_text.h"
 
 namespace memwright {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 

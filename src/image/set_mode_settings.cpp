@@ -1,6 +1,6 @@
 #include "image/set_mode_settings.h"
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

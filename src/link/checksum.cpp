@@ -2,8 +2,8 @@
 
 #include <numeric>
 
-#include "image/number_text.h"
-#include "platform/error.h"
+#include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {

@@ -1,8 +1,8 @@
 #include "link/clone_read.h"
 
+#include "base/error.h"
 #include "link/checksum.h"
 #include "link/clone_frames.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

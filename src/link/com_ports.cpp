@@ -4,7 +4,7 @@
 #include <cctype>
 #include <compare>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

@@ -8,9 +8,9 @@
 #include <span>
 #include <string>
 
+#include "controls/controls.h"
 #include "link/output_watch.h"
 #include "link/transfer_control.h"
-#include "platform/controls.h"
 #include "platform/ms_comm.h"
 #include "platform/settings_store.h"
 #include "platform/time.h"

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace memwright {
 

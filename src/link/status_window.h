@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "platform/settings_store.h"
 
 namespace memwright {

@@ -6,8 +6,8 @@
 
 #include <functional>
 
+#include "controls/controls.h"
 #include "files/user_interface.h"
-#include "platform/controls.h"
 #include "platform/message_box.h"
 #include "platform/ms_comm.h"
 

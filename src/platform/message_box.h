@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/signal.h"
+#include "base/signal.h"
 
 namespace memwright {
 

@@ -8,7 +8,7 @@
 #include <limits>
 #include <string_view>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

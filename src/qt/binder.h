@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "qt/grid_view.h"
 
 namespace memwright::qt {

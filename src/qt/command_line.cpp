@@ -4,8 +4,8 @@
 #include <system_error>
 
 #include "app/version.h"
-#include "platform/native_file.h"
-#include "platform/printable.h"
+#include "base/printable.h"
+#include "native/file.h"
 
 namespace memwright::qt {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "app/program.h"
 #include "link/com_ports.h"
-#include "platform/native_file_system.h"
-#include "platform/native_run_locks.h"
+#include "native/file_system.h"
+#include "native/run_locks.h"
 #include "qt/core/qt_platform.h"
 #include "qt/dialogs.h"
 #include "qt/loaded_parts.h"

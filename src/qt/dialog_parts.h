@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <initializer_list>
 
-#include "platform/signal.h"
+#include "base/signal.h"
 
 namespace memwright::qt {
 

@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace memwright::qt {
 

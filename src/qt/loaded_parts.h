@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "native/modules.h"
 #include "platform/desk.h"
-#include "platform/modules.h"
 
 namespace memwright::qt {
 

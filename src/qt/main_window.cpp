@@ -10,7 +10,7 @@
 #include <QWindow>
 #include <algorithm>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "qt/arrow_icon.h"
 #include "qt/core/text.h"
 #include "qt/overlays.h"

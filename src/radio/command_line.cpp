@@ -3,7 +3,7 @@
 #include <charconv>
 #include <optional>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright::radio {
 namespace {

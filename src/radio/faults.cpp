@@ -5,7 +5,7 @@
 #include <charconv>
 #include <random>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright::radio {
 namespace {

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/error.h"
-#include "platform/native_file.h"
-#include "platform/native_file_system.h"
+#include "base/error.h"
+#include "native/file.h"
+#include "native/file_system.h"
 
 namespace memwright::radio {
 namespace {

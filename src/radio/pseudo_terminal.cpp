@@ -22,7 +22,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright::radio {
 namespace {

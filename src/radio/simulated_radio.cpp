@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright::radio {
 namespace {

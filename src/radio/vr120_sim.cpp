@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/error.h"
-#include "platform/printable.h"
+#include "base/error.h"
+#include "base/printable.h"
 #include "radio/command_line.h"
 #include "radio/demonstration.h"
 #include "radio/event_lines.h"

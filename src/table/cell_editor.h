@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "table/ms_flex_grid.h"
 
 namespace memwright {

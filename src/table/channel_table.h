@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
+#include "controls/controls.h"
 #include "image/image_codec.h"
-#include "platform/controls.h"
 #include "table/ms_flex_grid.h"
 
 namespace memwright {

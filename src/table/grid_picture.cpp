@@ -1,6 +1,6 @@
 #include "table/grid_picture.h"
 
-#include "platform/charset.h"
+#include "base/charset.h"
 
 namespace memwright {
 namespace {

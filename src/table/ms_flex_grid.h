@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "platform/picture.h"
 
 namespace memwright {

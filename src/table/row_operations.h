@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "platform/message_box.h"
 #include "table/cell_editor.h"
 #include "table/channel_table.h"

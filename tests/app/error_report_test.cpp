@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/error.h"
 #include "fakes/memory_settings.h"
 #include "fakes/scripted_dialogs.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

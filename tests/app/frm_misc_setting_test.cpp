@@ -7,7 +7,7 @@
 #include <functional>
 
 #include "app/setting_rows.h"
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

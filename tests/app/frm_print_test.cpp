@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

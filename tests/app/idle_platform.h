@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "app/dialog_views.h"
+#include "base/error.h"
 #include "fakes/port_without_settings.h"
-#include "platform/error.h"
 #include "platform/serial_devices.h"
 #include "platform/time.h"
 

@@ -12,7 +12,7 @@
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
 #include "fakes/temporary_folder.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "table/columns.h"
 
 namespace memwright {

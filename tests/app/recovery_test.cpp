@@ -14,7 +14,7 @@
 #include "fakes/temporary_folder.h"
 #include "fakes/virtual_time.h"
 #include "link/doubtful_blocks.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "radio/demonstration.h"
 #include "table/columns.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// The rules of the house that can be read off its files: which folder may include which, how long
+// The rules that can be read off its files: which folder may include which, how long
 // files may be, and words that belong elsewhere. Each gives what is wrong, "" if nothing is.
 
 #include <algorithm>
@@ -13,8 +13,8 @@
 namespace memwright::architecture {
 
 // Lower folders first. A folder may include its own headers and those of the folders before it.
-inline constexpr std::array<std::string_view, 6> kOrder = {"platform", "image", "table",
-                                                           "files",    "link",  "app"};
+inline constexpr std::array<std::string_view, 9> kOrder = {
+    "base", "controls", "platform", "native", "image", "table", "files", "link", "app"};
 // These may include the folders named above, and nobody includes them.
 inline constexpr std::array<std::string_view, 3> kTop = {"qt", "cli", "radio"};
 

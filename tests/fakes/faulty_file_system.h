@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "platform/file_system.h"
 
 namespace memwright::fakes {

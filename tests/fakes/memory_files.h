@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "platform/file_system.h"
 
 namespace memwright::fakes {

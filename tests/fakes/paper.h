@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "platform/printer.h"
 
 namespace memwright::fakes {

@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/error.h"
 #include "fakes/virtual_time.h"
-#include "platform/error.h"
 #include "platform/ms_comm.h"
 #include "radio/simulated_radio.h"
 

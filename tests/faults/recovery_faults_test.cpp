@@ -6,7 +6,7 @@
 
 #include "faults/support/every_fault.h"
 #include "files/recovery_test.h"
-#include "platform/native_run_locks.h"
+#include "native/run_locks.h"
 
 namespace memwright::faults {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "fakes/rights.h"
 #include "faults/support/every_fault.h"
-#include "platform/native_files.h"
+#include "native/files.h"
 
 namespace memwright::faults {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "base/error.h"
 #include "files/csv_test.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

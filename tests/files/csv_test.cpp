@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 

@@ -7,7 +7,7 @@
 #include "fakes/faulty_file_system.h"
 #include "fakes/seeded_random.h"
 #include "fakes/temporary_folder.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 
 namespace memwright {
 namespace {

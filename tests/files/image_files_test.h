@@ -13,7 +13,7 @@
 #include "fakes/scripted_dialogs.h"
 #include "fakes/temporary_folder.h"
 #include "files/image_files.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "table/columns.h"
 
 namespace memwright {

@@ -5,7 +5,7 @@
 #include "fakes/rights.h"
 #include "files/image_archive.h"
 #include "files/recovery_test.h"
-#include "platform/native_run_locks.h"
+#include "native/run_locks.h"
 
 namespace memwright {
 namespace {

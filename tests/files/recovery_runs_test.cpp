@@ -2,7 +2,7 @@
 
 #include "files/recovery_test.h"
 
-#include "platform/native_run_locks.h"
+#include "native/run_locks.h"
 
 namespace memwright {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "files/recovery_test.h"
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

@@ -17,7 +17,7 @@
 #include "fakes/temporary_folder.h"
 #include "fakes/virtual_time.h"
 #include "files/recovery.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "table/columns.h"
 
 namespace memwright {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
+#include "base/error.h"
 #include "files/image_files_test.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include "base/error.h"
 #include "fakes/seeded_random.h"
 #include "image/mod_vr120.h"
-#include "platform/error.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "table/channel_table.h"
 #include "table/columns.h"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/error.h"
 #include "files/image_files_test.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

@@ -11,13 +11,13 @@
 #include <string>
 #include <vector>
 
+#include "base/error.h"
 #include "cli/commands.h"
 #include "fuzz/sandbox.h"
 #include "fuzz/streams.h"
 #include "fuzz/target.h"
 #include "image/layout.h"
-#include "platform/error.h"
-#include "platform/modules.h"
+#include "native/modules.h"
 #include "radio/demonstration.h"
 
 namespace memwright::fuzz {

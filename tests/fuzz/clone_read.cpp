@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/error.h"
 #include "fakes/memory_files.h"
 #include "fakes/memory_settings.h"
 #include "fakes/virtual_time.h"
@@ -12,7 +13,6 @@
 #include "fuzz/bench.h"
 #include "fuzz/scripted_port.h"
 #include "fuzz/target.h"
-#include "platform/error.h"
 #include "radio/demonstration.h"
 
 namespace memwright::fuzz {

@@ -1,12 +1,12 @@
 // A CSV file: into an empty table, out of it again, and that into another one.
 
+#include "base/error.h"
 #include "fakes/memory_files.h"
 #include "files/csv_files.h"
 #include "files/snapshot.h"
 #include "fuzz/bench.h"
 #include "fuzz/target.h"
 #include "image/blocked_ranges.h"
-#include "platform/error.h"
 #include "table/columns.h"
 
 namespace memwright::fuzz {

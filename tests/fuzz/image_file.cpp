@@ -10,7 +10,7 @@
 #include "fuzz/sandbox.h"
 #include "fuzz/target.h"
 #include "image/layout.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "table/columns.h"
 
 namespace memwright::fuzz {

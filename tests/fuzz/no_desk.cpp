@@ -1,8 +1,8 @@
-// Stands in for platform/modules.cpp: whatever the arguments are, no module is loaded, so no serial
+// Stands in for native/modules.cpp: whatever the arguments are, no module is loaded, so no serial
 // port is opened and nothing is printed.
 
-#include "platform/error.h"
-#include "platform/modules.h"
+#include "base/error.h"
+#include "native/modules.h"
 
 namespace memwright {
 

@@ -22,10 +22,10 @@
 #include <utility>
 #include <vector>
 
+#include "base/error.h"
 #include "fakes/port_without_settings.h"
 #include "fakes/virtual_time.h"
 #include "fuzz/target.h"
-#include "platform/error.h"
 
 namespace memwright::fuzz {
 

@@ -10,11 +10,11 @@
 
 #include "app/dialogs.h"
 #include "app/faked_desktop.h"
+#include "base/error.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
 #include "fuzz/target.h"
-#include "platform/error.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 
 namespace memwright::fuzz {
 namespace {

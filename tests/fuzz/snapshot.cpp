@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
+#include "base/error.h"
 #include "fakes/held_locks.h"
 #include "fakes/memory_files.h"
 #include "fakes/virtual_time.h"
 #include "files/recovery.h"
 #include "fuzz/bench.h"
 #include "fuzz/target.h"
-#include "platform/error.h"
 #include "radio/demonstration.h"
 #include "table/columns.h"
 

@@ -5,9 +5,9 @@
 #include <limits>
 #include <string>
 
+#include "base/error.h"
+#include "base/number_text.h"
 #include "image/image_store.h"
-#include "image/number_text.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

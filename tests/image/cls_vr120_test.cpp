@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "base/error.h"
 #include "fakes/temporary_folder.h"
 #include "image/image_store.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "fakes/seeded_random.h"
 #include "image/mod_vr120.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 
 namespace memwright {
 

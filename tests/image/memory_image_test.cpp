@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include "base/error.h"
 #include "image/image_store.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

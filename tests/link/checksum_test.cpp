@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

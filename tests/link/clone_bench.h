@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "base/error.h"
 #include "fakes/memory_files.h"
 #include "fakes/memory_settings.h"
 #include "fakes/scripted_dialogs.h"
@@ -20,7 +21,6 @@
 #include "link/clone_write.h"
 #include "link/serial_link.h"
 #include "link/transfer_control.h"
-#include "platform/error.h"
 #include "radio/simulated_radio.h"
 
 namespace memwright::link_tests {

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
+#include "base/error.h"
 #include "fakes/memory_settings.h"
-#include "platform/error.h"
 
 namespace memwright {
 namespace {

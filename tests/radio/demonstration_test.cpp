@@ -7,10 +7,10 @@
 #include <set>
 #include <string>
 
+#include "base/number_text.h"
 #include "image/blocked_ranges.h"
 #include "image/mod_vr120.h"
-#include "image/number_text.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 
 namespace memwright::radio {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <numeric>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "radio/computer.h"
 #include "radio/simulated_radio.h"
 

@@ -6,8 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/error.h"
 #include "fakes/temporary_folder.h"
-#include "platform/error.h"
 #include "radio/computer.h"
 
 namespace memwright::radio {

@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "image/mod_vr120.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "radio/demonstration.h"
 #include "system/memwright_desktop.h"
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "table/channel_table.h"
 
 namespace memwright::systest {

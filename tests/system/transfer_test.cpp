@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "image/mod_vr120.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "radio/demonstration.h"
 #include "system/memwright_desktop.h"
 

@@ -6,9 +6,9 @@
 
 #include <string>
 
+#include "base/number_text.h"
 #include "image/mod_vr120.h"
-#include "image/number_text.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "table/channel_table.h"
 #include "table/columns.h"
 

@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-#include "platform/charset.h"
+#include "base/charset.h"
 
 namespace memwright::qt {
 

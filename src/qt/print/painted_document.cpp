@@ -3,7 +3,7 @@
 #include <QFontMetricsF>
 #include <algorithm>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright::qt {
 namespace {

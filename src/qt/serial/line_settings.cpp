@@ -4,7 +4,7 @@
 #include <map>
 #include <vector>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 

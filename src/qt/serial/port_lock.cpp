@@ -10,7 +10,7 @@
 #include <cstring>
 #include <filesystem>
 
-#include "platform/native_failures.h"
+#include "native/failures.h"
 #endif
 
 namespace memwright {

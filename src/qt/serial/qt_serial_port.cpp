@@ -7,7 +7,7 @@
 #include <limits>
 #include <utility>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "qt/serial/line_settings.h"
 #include "qt/serial/port_diagnosis.h"
 #include "qt/serial/port_handle.h"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "image/mod_vr120.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 
 namespace memwright::cli_tests {
 

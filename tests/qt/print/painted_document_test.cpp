@@ -6,7 +6,7 @@
 
 #include <QPdfWriter>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "qt/print/pdf_bench.h"
 
 namespace memwright {

@@ -9,7 +9,7 @@
 
 #include "fakes/faulty_file_system.h"
 #include "fakes/temporary_folder.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "qt/print/pdf_document.h"
 #include "qt/print/pdf_file.h"
 

@@ -14,9 +14,9 @@
 #include <optional>
 #include <stdexcept>
 
+#include "base/error.h"
 #include "fakes/child_process.h"
-#include "platform/error.h"
-#include "platform/native_file_system.h"
+#include "native/file_system.h"
 #include "printing/support/print_queue.h"
 #include "printing/support/read_file.h"
 #include "printing/support/run_program.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/error.h"
+#include "base/error.h"
 
 namespace memwright {
 namespace {

@@ -11,8 +11,8 @@
 #include <functional>
 #include <string>
 
+#include "base/error.h"
 #include "fakes/pseudo_terminal.h"
-#include "platform/error.h"
 #include "qt/serial/qt_serial_port.h"
 
 namespace memwright::testing {

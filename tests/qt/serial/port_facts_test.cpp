@@ -14,8 +14,8 @@
 #include <fstream>
 #include <functional>
 
+#include "base/error.h"
 #include "fakes/pseudo_terminal.h"
-#include "platform/error.h"
 #include "qt/serial/port_diagnosis.h"
 #include "qt/serial/qt_serial_port.h"
 

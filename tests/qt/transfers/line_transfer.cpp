@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <string>
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "qt/transfers/real_transfer.h"
 
 namespace memwright::transfer_tests {

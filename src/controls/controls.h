@@ -1,0 +1,137 @@
+#pragma once
+
+// The controls of the windows as plain values with change signals. What stands in them is what the
+// window shows. Lengths are in twips, 1440 to the inch. Texts are UTF-8; only what belongs to the
+// channel table's cells, and what is typed into one-line boxes, is in the radio's character set
+// (base/charset.h).
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/signal.h"
+#include "controls/input.h"
+
+namespace memwright {
+
+template <class T>
+class Property {
+  public:
+    Property() = default;
+    explicit Property(T value) : value_(std::move(value)) {}
+
+    const T& get() const { return value_; }
+    operator const T&() const { return value_; }
+
+    Property& operator=(T value) {
+        if (value == value_) return *this;
+        value_ = std::move(value);
+        changed();
+        return *this;
+    }
+
+    Signal<> changed;
+
+  private:
+    T value_{};
+};
+
+struct Control {
+    explicit Control(std::string its_name) : name(std::move(its_name)) {}
+
+    const std::string name;
+    Property<bool> enabled{true};
+    Property<bool> visible{true};
+};
+
+// A control with a place on its form.
+struct PlacedControl : Control {
+    using Control::Control;
+
+    Property<double> left;
+    Property<double> top;
+    Property<double> width;
+    Property<double> height;
+};
+
+// Sets a width or height. Error if it is negative: the length stays as it was.
+void set_length(Property<double>& length, double twips);
+
+struct Label : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::string> caption;
+};
+
+struct CommandButton : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::string> caption;
+    Signal<> clicked;
+};
+
+struct CheckBox : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::string> caption;
+    Property<bool> checked{false};
+};
+
+// One of the buttons of a form or frame of which at most one is selected. Whoever selects one in
+// the program deselects the others.
+struct OptionButton : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::string> caption;
+    Property<bool> selected{false};
+};
+
+struct TextBox : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::string> text;
+    Property<std::size_t> caret;       // characters before it
+    Property<std::size_t> max_length;  // characters; 0 for no limit
+    Property<bool> read_only{false};
+    Signal<> edited;  // its text was typed
+    Signal<> focus_wanted;
+    Signal<> focus_lost;
+
+    // True if the key was used and is not to act in the text; empty for none of its own.
+    std::function<bool(Key, bool shift)> key_down;
+    // A typed character, which may be changed; false if it is to be dropped.
+    std::function<bool(char& KeyAscii)> key_press;
+};
+
+// A drop-down list. Its text need not be one of the items.
+struct ComboBox : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<std::vector<std::string>> items;
+    Property<std::string> text;
+    Signal<> edited;  // its text was typed
+    Signal<> picked;  // an item was chosen
+    Signal<> focus_wanted;
+    Signal<> focus_lost;
+    std::function<bool(Key, bool shift)> key_down;  // as of a text box
+};
+
+struct ProgressBar : PlacedControl {
+    using PlacedControl::PlacedControl;
+
+    Property<int> percent{0};
+    Property<bool> busy{false};  // no end in sight: shows movement instead of a share
+};
+
+// A menu, an entry of one, or a separator line between entries.
+struct MenuEntry : Control {
+    MenuEntry(std::string its_name, std::string its_caption)
+        : Control(std::move(its_name)), caption(std::move(its_caption)) {}
+
+    Property<std::string> caption;
+    Property<bool> checked{false};
+    Signal<> clicked;
+};
+
+}  // namespace memwright
