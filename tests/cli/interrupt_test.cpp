@@ -31,7 +31,7 @@ struct Signals {
 class Interrupt : public ::testing::TestWithParam<Signals> {
   protected:
     void SetUp() override { MEMWRIGHT_NEEDS_TRACING(); }
-    ~Interrupt() override {
+    void TearDown() override {
         std::error_code ignored;
         if (!pipe_.empty()) fs::remove(pipe_, ignored);
     }

@@ -158,13 +158,14 @@ TEST_F(NativeRunLocksTest, what_is_no_file_is_refused_without_waiting_and_stays)
     std::filesystem::create_symlink("/dev/null", folder.path() / "null.lock");
     ASSERT_EQ(mkfifo(folder.file("pipe.lock").c_str(), 0666), 0);
     const std::vector<std::string> before = folder.names();
-    for (const auto& [name, kind] : {std::pair{"folder.lock", "it is a folder"},
-                                     {"link.lock", "it is a symbolic link"},
-                                     {"null.lock", "it is a symbolic link"},
-                                     {"pipe.lock", "it is a named pipe"}}) {
+    const std::pair<std::string, std::string> kinds[] = {{"folder.lock", "it is a folder"},
+                                                         {"link.lock", "it is a symbolic link"},
+                                                         {"null.lock", "it is a symbolic link"},
+                                                         {"pipe.lock", "it is a named pipe"}};
+    for (const auto& kind : kinds) {
         EXPECT_EQ(
-            in_child([&] { return locking(name); }),
-            "Cannot lock " + folder.file(name) + ": " + kind +
+            in_child([&] { return locking(kind.first); }),
+            "Cannot lock " + folder.file(kind.first) + ": " + kind.second +
                 ".\nIt is no lock file of Memwright. Remove it, or ask who owns it to do so.");
     }
     EXPECT_EQ(folder.names(), before);

@@ -47,6 +47,7 @@ std::string remedy(const std::string& path) {
 std::vector<std::string> port_lock_files(const std::string& device) {
     std::string name = device.starts_with("/dev/") ? device.substr(std::strlen("/dev/")) : device;
     std::replace(name.begin(), name.end(), '/', '_');
+    name.insert(0, "/LCK..");
     std::vector<std::string> files;
     // QSerialPort takes the first folder that it may use, and its list differs between versions.
     for (const std::string& folder :
@@ -54,7 +55,7 @@ std::vector<std::string> port_lock_files(const std::string& device) {
           std::string("/var/spool/uucp"), std::string("/tmp"), std::string("/var/tmp"),
           std::string("/var/lock/lockdev"), std::string("/run/lock"),
           QDir::tempPath().toStdString()}) {
-        files.push_back(folder + "/LCK.." + name);
+        files.push_back(folder + name);
     }
     return files;
 }
@@ -65,15 +66,17 @@ bool is_lock_file(const std::string& path) {
 }
 
 std::string no_lock_file(const std::string& device) {
-    for (const std::string& path : port_lock_files(device)) {
+    const std::vector<std::string> files = port_lock_files(device);
+    const auto type = [](const std::string& path) {
         std::error_code error;
-        const auto status = fs::symlink_status(path, error);
-        if (!fs::exists(status) || fs::is_regular_file(status)) continue;
-        return "what should be its lock file, " + path +
-               ", is none: " + native::kind_of(status.type()) +
-               ", and the program could wait for it for ever.\n" + remedy(path);
-    }
-    return {};
+        return fs::symlink_status(path, error).type();
+    };
+    const auto none = std::find_if(files.begin(), files.end(), [&](const std::string& path) {
+        return fs::exists(fs::file_status(type(path))) && !is_lock_file(path);
+    });
+    if (none == files.end()) return {};
+    return "what should be its lock file, " + *none + ", is none: " + native::kind_of(type(*none)) +
+           ", and the program could wait for it for ever.\n" + remedy(*none);
 }
 
 #endif

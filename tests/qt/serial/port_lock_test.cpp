@@ -29,7 +29,7 @@ using ::testing::StartsWith;
 
 class PortLock : public ::testing::Test {
   protected:
-    ~PortLock() override {
+    void TearDown() override {
         for (const std::string& file : port_lock_files(line_.path())) {
             std::error_code ignored;
             fs::remove(file, ignored);
