@@ -25,12 +25,10 @@ void write_file(const fs::path& path, std::span<const std::uint8_t> bytes) {
 }
 
 MemoryImage through_the_table(const MemoryImage& image) {
-    NativeFileSystem files;
-    modVR120 store(files);
+    ImageCodec store(image);
     MSFlexGrid grid("MSFlexGrid1");
     const MenuEntry mnuSaveOnly("mnuSaveOnly", "&Save");
     ChannelTable table(store, grid, mnuSaveOnly);
-    store.MemoryImage = image;
     table.ParseVR120Data();
     table.SaveVR120Data();
     return store.MemoryImage;

@@ -81,7 +81,7 @@ class PrintedTable : public PdfBench {
         return text;
     }
 
-    modVR120 store_{native_};
+    ImageCodec store_;
     MSFlexGrid grid_{"MSFlexGrid1"};
     MenuEntry saving_{"mnuSaveOnly", "&Save"};
     ChannelTable table_{store_, grid_, saving_};
