@@ -98,12 +98,15 @@ TEST_F(NativePrivate, a_folder_and_those_above_it_are_made_for_the_user_alone) {
         EXPECT_EQ(mode_of(folder_.file(name)), 0700U) << name;
     }
     EXPECT_EQ(mode_of(folder_.path()), 0777U);
+    files_.make_private_folder(folder_.file("d/./e/"));
+    EXPECT_EQ(mode_of(folder_.file("d/e")), 0700U);
 }
 
 TEST_F(NativePrivate, a_folder_lets_its_user_in_even_if_new_ones_do_not) {
     const Umask nothing(0777);
-    files_.make_private_folder(folder_.file("a"));
+    files_.make_private_folder(folder_.file("a/b"));
     EXPECT_EQ(mode_of(folder_.file("a")), 0700U);
+    EXPECT_EQ(mode_of(folder_.file("a/b")), 0700U);
 }
 
 TEST_F(NativePrivate, a_folder_that_is_there_is_closed_to_others_and_those_above_it_stay_open) {
