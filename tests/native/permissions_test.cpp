@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fakes/rights.h"
+#include "fakes/small_disk.h"
 #include "native/files.h"
 
 namespace memwright {
@@ -53,6 +54,21 @@ TEST_P(NativePermissions, of_a_new_file_are_those_that_the_user_gives_new_files)
                   "saved");
         EXPECT_EQ(mode_of(path), 0666U & ~mask);
     }
+}
+
+// The system tells the umask in /proc, which an empty disk hides.
+TEST_P(NativePermissions, of_a_new_file_are_the_same_where_the_system_does_not_tell_the_umask) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("new");
+    const std::string report = in_child([&]() -> std::string {
+        if (!mount_small_disk("/proc")) return "no disk";
+        umask(0027);
+        const std::string said = saving(path, pattern(7392));
+        return umask(0) == 0027 ? said : "the umask is another";
+    });
+    if (report == "no disk") GTEST_SKIP() << "no disk can be mounted here";
+    EXPECT_EQ(report, "saved");
+    EXPECT_EQ(mode_of(path), 0640U);
 }
 
 TEST_P(NativePermissions, a_file_behind_a_link_keeps_its_own) {
