@@ -6,8 +6,6 @@
 namespace memwright {
 namespace {
 
-constexpr int kPorts = 12;
-
 std::string with_description(const std::string& path, const std::string& description) {
     return description.empty() ? path : path + ", " + description;
 }
@@ -23,7 +21,7 @@ std::string trimmed(const std::string& text) {
 Form2::Form2(SettingsStore& settings, ComPorts& ports)
     : settings_(settings), ports_(ports), transfer_port_(transfer_port(settings)) {
     std::vector<std::string> items;
-    for (int n = 1; n <= kPorts; ++n) items.push_back("COM " + std::to_string(n));
+    for (int n = 1; n <= ComPorts::kPorts; ++n) items.push_back("COM " + std::to_string(n));
     Combo1.items = items;
     Combo1.text =
         "COM " + settings.get(settings::kApplication, settings::kSection, "CommPort", "1");

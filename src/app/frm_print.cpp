@@ -20,7 +20,7 @@ void correct(TextBox& box) {
 
 bool accepts(char KeyAscii) {
     constexpr char kBackspace = 8;
-    return (KeyAscii >= '0' && KeyAscii <= '9') || KeyAscii == kBackspace;
+    return is_digit(KeyAscii) || KeyAscii == kBackspace;
 }
 
 std::int16_t row_in(const TextBox& box) {

@@ -208,13 +208,9 @@ void Program::connect_transfers() {
         }));
 }
 
-// What cannot be kept stands in no transfer's way.
 void Program::archive(const MemoryImage& image, const char* what) {
-    try {
-        archive_.keep(image, platform_.clock.timestamp(), what);
-    } catch (const FileError& error) {
-        status_window_.add_line(std::string("No copy of the image was kept. ") + error.what());
-    }
+    const std::string failure = archive_.try_to_keep(image, platform_.clock.timestamp(), what);
+    if (!failure.empty()) status_window_.add_line(failure);
 }
 
 void Program::connect_overlays() {

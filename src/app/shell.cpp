@@ -7,6 +7,7 @@
 
 #include "app/version.h"
 #include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {
@@ -95,7 +96,7 @@ void Shell::restore_geometry() {
         return number_from_text(settings_.get(kApplication, kSection, key, default_value));
     };
     const auto centred = [](double screen, double window) {
-        return text_from_number((screen - window) / 2);
+        return shortest_text((screen - window) / 2);
     };
     skip_if_it_fails([&] {
         window_.set_top(stored("Top", centred(window_.screen_height(), window_.height())));
@@ -144,10 +145,10 @@ void Shell::store_place() {
     };
     save("WindowState", std::to_string(static_cast<int>(state)));
     if (state != WindowState::normal) return;
-    save("Width", text_from_number(window_.width()));
-    save("Height", text_from_number(window_.height()));
-    save("Left", text_from_number(window_.left()));
-    save("Top", text_from_number(window_.top()));
+    save("Width", shortest_text(window_.width()));
+    save("Height", shortest_text(window_.height()));
+    save("Left", shortest_text(window_.left()));
+    save("Top", shortest_text(window_.top()));
 }
 
 bool Shell::may_close_after(Answer answer) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 
 #include "base/error.h"
@@ -16,8 +17,6 @@ constexpr std::array<std::string_view, 16> kGroups = {
     "0000", "0001", "0010", "0011", "0100", "0101", "0110", "0111",
     "1000", "1001", "1010", "1011", "1100", "1101", "1110", "1111"};
 
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // The value of a hexadecimal digit, or -1.
 constexpr int digit_value(char c) {
     if (is_digit(c)) return c - '0';
@@ -27,6 +26,13 @@ constexpr int digit_value(char c) {
 }
 
 }  // namespace
+
+std::string lower_case(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
+}
 
 std::string lHex(std::uint32_t lNumber) {
     constexpr std::size_t kMost = 8;
@@ -108,6 +114,36 @@ std::string shortest_text(double number) {
 std::string with_leading_zeros(std::string text, std::size_t length) {
     if (text.size() < length) text.insert(0, length - text.size(), '0');
     return text;
+}
+
+bool boolean_from_text(const std::string& text) {
+    const std::string word = lower_case(text);
+    if (word == "true") return true;
+    if (word == "false") return false;
+    return number_from_text(text) != 0;
+}
+
+int integer_from_text(const std::string& text) {
+    const double number = std::nearbyint(number_from_text(text));
+    if (number < std::numeric_limits<std::int16_t>::min() ||
+        number > std::numeric_limits<std::int16_t>::max()) {
+        throw ConversionError("\"" + text + "\" does not fit in 16 bits: -32768 to 32767.");
+    }
+    return static_cast<int>(number);
+}
+
+double number_from_text(const std::string& text) {
+    std::string_view digits = text;
+    // The standard library reads no plus sign.
+    if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
+    double number = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] =
+        std::from_chars(digits.data(), end, number, std::chars_format::general);
+    if (error != std::errc{} || stop != end || !std::isfinite(number)) {
+        throw ConversionError("\"" + text + "\" is no number.");
+    }
+    return number;
 }
 
 }  // namespace memwright

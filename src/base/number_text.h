@@ -1,14 +1,18 @@
 #pragma once
 
 // Conversions between numbers and their hexadecimal, binary and decimal texts, in which the image's
-// codecs are written. Hexadecimal: upper case, most significant digit first, no prefix. Binary: "0"
-// and "1", most significant first. No conversion depends on a locale.
+// codecs and the stored settings are written. Hexadecimal: upper case, most significant digit
+// first, no prefix. Binary: "0" and "1", most significant first. No conversion depends on a locale.
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace memwright {
+
+// Decimal digits and letters, whatever the locale.
+constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
+std::string lower_case(std::string text);
 
 // Hexadecimal text of at least two digits.
 std::string lHex(std::uint32_t lNumber);
@@ -30,11 +34,21 @@ std::string Bin2Dec(std::string_view bin);
 // first character that is no part of it; a text that does not start with a number reads as 0.
 double leading_number(std::string_view text);
 
-// The shortest decimal writing of a number that is not negative, never with an exponent: 12.340 is
-// "12.34", 145.000 is "145".
+// The shortest decimal writing of a number, never with an exponent: 12.340 is "12.34", 145.000 is
+// "145". ConversionError if it is not finite.
 std::string shortest_text(double number);
 
 // `text` with zeros in front of it until it has `length` characters.
 std::string with_leading_zeros(std::string text, std::size_t length);
+
+// "True" and "False" in any case; a number is true unless it is 0. Else ConversionError.
+bool boolean_from_text(const std::string& text);
+
+// A decimal number with an optional sign, rounded to the nearest whole one (halves to the even
+// one), in the range of 16 bits. Else ConversionError.
+int integer_from_text(const std::string& text);
+
+// A decimal number with an optional sign. Else ConversionError.
+double number_from_text(const std::string& text);
 
 }  // namespace memwright

@@ -20,7 +20,6 @@
 namespace memwright::cli {
 namespace {
 
-constexpr int kPorts = 12;
 constexpr std::chrono::milliseconds kLookForInterrupt{100};
 
 // The instructions of a transfer: said, and followed by Enter.
@@ -57,7 +56,7 @@ std::pair<int, std::string> port_from(const std::string& text) {
     const char* const end = text.data() + std::min(equals, text.size());
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (equals == std::string::npos || equals + 1 == text.size() || error != std::errc{} ||
-        stop != end || number < 1 || number > kPorts) {
+        stop != end || number < 1 || number > ComPorts::kPorts) {
         throw WrongUsage("--com is N=DEVICE with N from 1 to 12, not \"" + text + "\".");
     }
     return {number, text.substr(equals + 1)};
@@ -120,13 +119,10 @@ class Transfer {
 
     // Keeps a dated copy of the image; what cannot be kept stands in no transfer's way.
     void archive(const MemoryImage& image, const char* what) {
-        try {
-            ImageArchive kept(files_, native_user_folders().data);
-            kept.keep(image, desk_->clock().timestamp(), what);
-            archived = !kept.folder().empty();
-        } catch (const FileError& error) {
-            console_.say(std::string("No copy of the image was kept. ") + error.what());
-        }
+        ImageArchive kept(files_, native_user_folders().data);
+        const std::string failure = kept.try_to_keep(image, desk_->clock().timestamp(), what);
+        if (!failure.empty()) console_.say(failure);
+        archived = failure.empty() && !kept.folder().empty();
     }
     bool archived = false;
 };
@@ -203,7 +199,7 @@ Status ports(const Arguments& /*arguments*/, Session& session) {
                               (description.empty() ? "" : "  " + printable_in_line(description)) +
                               "\n");
     };
-    for (int number = 1; number <= kPorts; ++number) {
+    for (int number = 1; number <= ComPorts::kPorts; ++number) {
         const ComPorts::Choice choice = ports.choice(number);
         if (choice.path.empty()) continue;
         print("COM " + std::to_string(number), choice.path, choice.description);

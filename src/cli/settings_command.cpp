@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/workbench.h"
@@ -12,13 +13,6 @@
 
 namespace memwright::cli {
 namespace {
-
-std::string lower_case(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return text;
-}
 
 // The settings of an image by their ids, and what is wanted of them.
 class SettingsById {
@@ -102,7 +96,7 @@ class SettingsById {
         linked_ = {};
         if (list.empty()) return;
         for (std::size_t i = 0; i < list.size(); i += 2) {
-            const bool bank = list[i] >= '0' && list[i] <= '9';
+            const bool bank = is_digit(list[i]);
             const bool ends_well =
                 i + 1 == list.size() || (list[i + 1] == ',' && i + 2 < list.size());
             if (!bank || !ends_well) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {
@@ -16,8 +17,7 @@ constexpr std::string_view kTimestamp = "dddd-dd-dd dd.dd.dd ";
 bool is_ours(const std::string& name) {
     if (!name.ends_with(kExtension) || name.size() < kTimestamp.size()) return false;
     for (std::size_t i = 0; i < kTimestamp.size(); ++i) {
-        const bool digit = name[i] >= '0' && name[i] <= '9';
-        if (kTimestamp[i] == 'd' ? !digit : name[i] != kTimestamp[i]) return false;
+        if (kTimestamp[i] == 'd' ? !is_digit(name[i]) : name[i] != kTimestamp[i]) return false;
     }
     return true;
 }
@@ -65,6 +65,16 @@ void ImageArchive::keep(const MemoryImage& image, const std::string& timestamp,
             // One too many harms nobody; the next time tries again.
         }
     }
+}
+
+std::string ImageArchive::try_to_keep(const MemoryImage& image, const std::string& timestamp,
+                                      const std::string& what) {
+    try {
+        keep(image, timestamp, what);
+    } catch (const FileError& error) {
+        return std::string("No copy of the image was kept. ") + error.what();
+    }
+    return {};
 }
 
 // No image is turned away because the others cannot be listed.

@@ -28,6 +28,10 @@ class ImageArchive {
     // "read", "written" or kSetAside. An image that is there already gets the new name. FileError.
     void keep(const MemoryImage& image, const std::string& timestamp, const std::string& what);
 
+    // The same for a transfer, in whose way nothing may stand: what failed, "" if nothing did.
+    std::string try_to_keep(const MemoryImage& image, const std::string& timestamp,
+                            const std::string& what);
+
     // The names of the images, the latest first.
     std::vector<std::string> names() const;
 

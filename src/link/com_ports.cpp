@@ -5,11 +5,10 @@
 #include <compare>
 
 #include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {
-
-bool is_digit(char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; }
 
 // The run of digits at `at`, without the zeros in front.
 std::string number_at(const std::string& text, std::size_t at) {

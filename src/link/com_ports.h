@@ -15,6 +15,8 @@ namespace memwright {
 
 class ComPorts {
   public:
+    static constexpr int kPorts = 12;  // COM 1 to COM 12
+
     enum class Source { command_line, stored, system, none };
 
     struct Choice {

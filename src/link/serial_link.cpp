@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 namespace {

@@ -33,16 +33,4 @@ inline constexpr const char* kSection = "Settings";
 inline constexpr const char* kPortsSection = "Ports";
 }  // namespace settings
 
-// "True" and "False" in any case; a number is true unless it is 0. Else ConversionError.
-bool boolean_from_text(const std::string& text);
-
-// A decimal number with an optional sign, rounded to the nearest whole one (halves to the even
-// one), in the range of 16 bits. Else ConversionError.
-int integer_from_text(const std::string& text);
-
-// A decimal number with an optional sign. Else ConversionError.
-double number_from_text(const std::string& text);
-
-std::string text_from_number(double number);
-
 }  // namespace memwright

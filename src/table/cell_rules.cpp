@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/number_text.h"
 #include "image/frequency_text.h"
 #include "table/columns.h"
 
@@ -24,8 +25,6 @@ constexpr Default kOfCopied[] = {
     {kMasked, "False"},     {kRepeaterShift, "SIMP"}, {kShift, "000000"},
     {kToneSquelch, "OFF"},  {kTone, "100.0"},         {kDcs, "023"},
     {kTransmitPower, "MAX"}};
-
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 bool is_number(int col) { return col == kFreq || col == kShift; }
 

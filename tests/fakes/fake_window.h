@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "platform/form_window.h"
 #include "platform/settings_store.h"
 
@@ -59,7 +60,7 @@ class FakeWindow final : public FormWindow {
   private:
     void note(const std::string& what, double value) {
         if (refused.contains(what)) throw Error("The window refuses its " + what + ".");
-        calls.push_back(what + "=" + text_from_number(value));
+        calls.push_back(what + "=" + shortest_text(value));
     }
     void set(const std::string& what, double& value, double twips) {
         note(what, twips);

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "fakes/memory_settings.h"
 #include "fakes/seeded_random.h"
-#include "platform/settings_store.h"
 
 namespace memwright {
 namespace {
@@ -86,18 +86,18 @@ TEST(SettingsText, the_error_names_the_text) {
 }
 
 TEST(SettingsText, numbers_are_written_short_and_without_an_exponent) {
-    EXPECT_EQ(text_from_number(7050), "7050");
-    EXPECT_EQ(text_from_number(0.1), "0.1");
-    EXPECT_EQ(text_from_number(-37.5), "-37.5");
-    EXPECT_EQ(text_from_number(0), "0");
-    EXPECT_EQ(text_from_number(1e21), "1000000000000000000000");
-    EXPECT_EQ(text_from_number(1e-7), "0.0000001");
+    EXPECT_EQ(shortest_text(7050), "7050");
+    EXPECT_EQ(shortest_text(0.1), "0.1");
+    EXPECT_EQ(shortest_text(-37.5), "-37.5");
+    EXPECT_EQ(shortest_text(0), "0");
+    EXPECT_EQ(shortest_text(1e21), "1000000000000000000000");
+    EXPECT_EQ(shortest_text(1e-7), "0.0000001");
 }
 
 TEST(SettingsText, every_number_reads_back_as_it_was_written) {
     SeededRandom random;
     const auto check = [](double number) {
-        const std::string text = text_from_number(number);
+        const std::string text = shortest_text(number);
         EXPECT_EQ(number_from_text(text), number);
         EXPECT_EQ(text.find_first_not_of("-.0123456789"), std::string::npos) << text;
     };
@@ -125,7 +125,7 @@ class OtherNumbers : public std::numpunct<char> {
 
 TEST(SettingsText, no_conversion_depends_on_the_locale) {
     const std::locale before = std::locale::global(std::locale(std::locale(), new OtherNumbers));
-    const std::string text = text_from_number(12345.5);
+    const std::string text = shortest_text(12345.5);
     const double number = number_from_text("12345.5");
     std::locale::global(before);
     EXPECT_EQ(text, "12345.5");
