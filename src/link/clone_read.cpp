@@ -117,7 +117,7 @@ void CloneRead::keep_block(const Response& response, int count) {
     check_length(response.size(), count);
     if (write_position_ == layout::kImageSize) fail(count, "the memory was complete already");
     const std::string sum = CalcChecksum(response, kLeadingBytes, kChecksum - 1);
-    // Deliberate: the block is kept all the same, and nobody is told.
+    // Deliberate: the block is kept all the same, and the exchange goes on.
     if (sum != std::to_string(response[kChecksum])) {
         result_ = "Invalid Checksum.";
         doubtful_blocks_.push_back(write_position_ / layout::kBlockSize);
