@@ -39,9 +39,9 @@ Program::Program(Platform platform, ComPorts& ports)
                 [this] { return image_files_.current_path(); }),
       closing_(shell_, image_files_, control_, platform.window,
                [this](const std::function<void()>& procedure) { guard(procedure); }),
-      archive_(platform.files, platform.folders.data),
-      unfiled_(platform.files, archive_, platform.clock,
-               [this](const std::string& text) { status_window_.add_line(text); }),
+      kept_images_({store_, table_, image_files_, clone_read_, clone_write_, form.mnuSaveOnly},
+                   platform.files, platform.clock, platform.folders.data,
+                   [this](const std::string& text) { status_window_.add_line(text); }),
       recovery_({store_, table_, form.MSFlexGrid1, image_files_, form},
                 {platform.files, platform.locks, platform.clock, platform.loop, platform.messages,
                  platform.folders.state},
@@ -51,7 +51,6 @@ Program::Program(Platform platform, ComPorts& ports)
     connect_grid();
     connect_overlays();
     connect_transfers();
-    if (!archive_.folder().empty()) image_files_.places = {archive_.folder()};
 }
 
 void Program::start() {
@@ -79,18 +78,11 @@ bool Program::close_allowed() {
     bool allowed = false;
     guard([&] { allowed = closing_.allowed(); });
     if (!allowed) return false;
-    errors_.guard([&] { set_table_aside(); });
+    errors_.guard([&] { kept_images_.set_table_aside(); });
     errors_.guard([&] { recovery_.end(); });
     control_.end_now();
     import_progress_.cancel();
     return true;
-}
-
-// There is none before an image was opened or read.
-void Program::set_table_aside() {
-    if (!form.mnuSaveOnly.enabled) return;
-    table_.SaveVR120Data();
-    unfiled_.set_aside(store_.MemoryImage, image_files_.current_path());
 }
 
 void Program::escape_pressed() {
@@ -193,24 +185,11 @@ void Program::connect_grid() {
 }
 
 void Program::connect_transfers() {
-    connections_.push_back(clone_read_.received.connect([this](const MemoryImage& image) {
-        archive(image, "read");
+    connections_.push_back(clone_read_.received.connect([this](const MemoryImage&) {
         for (const std::string& doubt : doubts_about(clone_read_.doubtful_blocks())) {
             status_window_.add_line(doubt);
         }
     }));
-    connections_.push_back(clone_read_.replacing.connect([this] { set_table_aside(); }));
-    connections_.push_back(
-        clone_write_.beginning.connect([this] { archive(store_.MemoryImage, "written"); }));
-    connections_.push_back(
-        image_files_.replaced.connect([this](const MemoryImage& image, const std::string& path) {
-            if (form.mnuSaveOnly.enabled) unfiled_.set_aside(image, path);
-        }));
-}
-
-void Program::archive(const MemoryImage& image, const char* what) {
-    const std::string failure = archive_.try_to_keep(image, platform_.clock.timestamp(), what);
-    if (!failure.empty()) status_window_.add_line(failure);
 }
 
 void Program::connect_overlays() {

@@ -11,13 +11,12 @@
 #include "app/error_report.h"
 #include "app/form1.h"
 #include "app/import_progress.h"
+#include "app/kept_images.h"
 #include "app/print_grid.h"
 #include "app/shell.h"
 #include "files/csv_files.h"
-#include "files/image_archive.h"
 #include "files/image_files.h"
 #include "files/recovery.h"
-#include "files/unfiled_images.h"
 #include "image/mod_vr120.h"
 #include "link/clone_read.h"
 #include "link/clone_write.h"
@@ -81,11 +80,11 @@ class Program {
     void connect_grid();
     void connect_overlays();
     void connect_transfers();
-    void archive(const MemoryImage& image, const char* what);
-    void set_table_aside();
 
     Platform platform_;
     ComPorts& ports_;
+
+    // The commands of the window, and what they work on.
     modVR120 store_;
     ChannelTable table_;
     CellEditor editor_;
@@ -102,10 +101,13 @@ class Program {
     ImportProgress import_progress_;
     CsvFiles csv_files_;
     GridPrinting printing_;
+
+    // What stands around them. An addition is a class with a file pair of its own that wires
+    // itself, and a line here.
     Closing closing_;
-    ImageArchive archive_;
-    UnfiledImages unfiled_;
+    KeptImages kept_images_;
     Recovery recovery_;
+
     std::vector<Connection> connections_;
 };
 
