@@ -23,11 +23,13 @@ bool Closing::allowed() {
 void Closing::answered(Answer answer) {
     if (answer == Answer::yes && image_files_.needs_a_name()) {
         save_when_ended_ = true;
-        control_.end_now();
+        control_.abandon();
     } else {
         close_after(answer);
     }
 }
+
+void Closing::transfer_begins() { save_when_ended_ = false; }
 
 void Closing::transfer_ended() {
     if (std::exchange(save_when_ended_, false)) close_after(Answer::yes);

@@ -27,7 +27,9 @@ class Closing {
     // by the answer.
     bool allowed();
 
-    // A transfer has come to its end, or was cancelled.
+    // Around each transfer: it ends when it has come to its end or was cancelled, not when it
+    // failed.
+    void transfer_begins();
     void transfer_ended();
 
   private:

@@ -80,7 +80,7 @@ bool Program::close_allowed() {
     if (!allowed) return false;
     errors_.guard([&] { kept_images_.set_table_aside(); });
     errors_.guard([&] { recovery_.end(); });
-    control_.end_now();
+    control_.abandon();
     import_progress_.cancel();
     return true;
 }
@@ -151,10 +151,12 @@ void Program::connect_menus() {
     connect(form.mnuMiscSettings.clicked, [this] { show_dialog<frmMiscSetting>(store_); });
     connect(form.mnuSearchBandMem.clicked, [this] { show_dialog<frmLimitSearch>(store_); });
     connect(form.mnuRead.clicked, [this] {
+        closing_.transfer_begins();
         clone_read_.mnuRead_Click();
         closing_.transfer_ended();
     });
     connect(form.mnuWrite.clicked, [this] {
+        closing_.transfer_begins();
         clone_write_.mnuWrite_Click();
         closing_.transfer_ended();
     });

@@ -32,9 +32,13 @@ void UnfiledImages::set_aside(const MemoryImage& image, const std::string& path)
 }
 
 bool UnfiledImages::is_in_archive(const MemoryImage& image) const {
-    return std::ranges::any_of(archive_.names(), [&](const std::string& name) {
-        return is_in(archive_.path(name), image);
-    });
+    try {
+        return std::ranges::any_of(archive_.names(), [&](const std::string& name) {
+            return is_in(archive_.path(name), image);
+        });
+    } catch (const FileError&) {
+        return false;  // one that cannot be listed turns no image away
+    }
 }
 
 // A file that cannot be read holds nothing.
@@ -46,8 +50,7 @@ bool UnfiledImages::is_in(const std::string& path, const MemoryImage& image) con
     } catch (const FileError&) {
         return false;
     }
-    if (bytes.size() < layout::kImageSize) return false;
-    const MemoryImage filed(bytes);
+    const MemoryImage filed(bytes);  // of a short file as it is when it is opened
     return filed == image || through_the_table(filed) == image;
 }
 

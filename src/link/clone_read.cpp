@@ -87,6 +87,7 @@ void CloneRead::exchange() {
         exchange_closing_frame();
     } catch (const TransferCancelled&) {
         // The memory is complete all the same.
+        if (link_.control().abandoned()) throw;
     }
     link_.close();
 

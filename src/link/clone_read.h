@@ -30,7 +30,7 @@ class CloneRead {
     std::string ReadFromVR120();
 
     // The radio has sent all of its memory, this one. What is left of the exchange is for the
-    // radio: cancelling it completes the read.
+    // radio: cancelling it completes the read, unless the program ends.
     Signal<const MemoryImage&> received;
 
     // The image is about to be replaced by the one received.

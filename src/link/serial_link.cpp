@@ -104,8 +104,9 @@ void SerialLink::send(std::span<const std::uint8_t> bytes) {
 
 void SerialLink::finish_sending() {
     constexpr microseconds kByte{1'000};
-    while (!output_.all_have_left()) {
+    for (;;) {
         control_.check();
+        if (output_.all_have_left()) return;
         loop_.wait(kByte);
     }
 }

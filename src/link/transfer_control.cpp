@@ -7,7 +7,7 @@ namespace memwright {
 void TransferControl::run(Kind kind, const std::function<void()>& exchange) {
     kind_ = kind;
     state_ = State::running;
-    cancelled_ = false;
+    cancelled_ = abandoned_ = false;
     try {
         exchange();
     } catch (const TransferCancelled&) {
@@ -83,6 +83,11 @@ void TransferControl::ask(const Message& question, std::function<void(Answer)> a
 
 void TransferControl::end_now() {
     if (state_ == State::running) cancelled_ = true;
+}
+
+void TransferControl::abandon() {
+    end_now();
+    abandoned_ = cancelled_;
 }
 
 void TransferControl::hide() {

@@ -54,6 +54,11 @@ class TransferControl {
     // Ends a running transfer without a question.
     void end_now();
 
+    // The same when the program ends: what such a transfer has received already is of no use any
+    // more.
+    void abandon();
+    bool abandoned() const { return abandoned_; }
+
     bool running() const { return state_ == State::running; }
 
   private:
@@ -68,6 +73,7 @@ class TransferControl {
     State state_ = State::idle;
     Kind kind_ = Kind::read;
     bool cancelled_ = false;
+    bool abandoned_ = false;
     Connection question_;
 };
 

@@ -142,12 +142,16 @@ bool CellTextBox::type(QKeyEvent& event) {
     // AltGr is Ctrl and Alt at once on some systems, and types characters.
     const bool command = (event.modifiers() & commands) != 0 &&
                          (event.modifiers() & commands) != (Qt::ControlModifier | Qt::AltModifier);
-    const bool one = typed.size() == 1 && typed.front().category() != QChar::Other_Control;
-    if (command || !one) return false;
-    const QString taken = accepted(typed);
-    if (taken.isEmpty()) return true;
-    QKeyEvent filtered(event.type(), event.key(), event.modifiers() & Qt::ShiftModifier, taken);
-    QLineEdit::keyPressEvent(&filtered);
+    const bool text = !typed.isEmpty() && typed.front().category() != QChar::Other_Control;
+    if (command || !text) return false;
+    // What stands outside of Unicode's first plane comes in two parts, and the radio has none of
+    // it.
+    for (const QChar character : typed) {
+        const QString taken = accepted(character);
+        if (taken.isEmpty()) continue;
+        QKeyEvent filtered(event.type(), event.key(), event.modifiers() & Qt::ShiftModifier, taken);
+        QLineEdit::keyPressEvent(&filtered);
+    }
     return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <memory>
 
 #include "app/faked_desktop.h"
@@ -322,6 +323,26 @@ TEST_F(ProgramRecovery,
     EXPECT_EQ(run->form.Label1.caption.get(), "Read from VR-120 complete.");
     EXPECT_EQ(run->form.MSFlexGrid1.TextMatrix(1, columns::kTag), "TOWER");
     EXPECT_EQ(archived("2026-11-21 12.34.56 read.120"), bytes(radio::demonstration_memory()));
+}
+
+TEST_F(ProgramRecovery,
+       closing_in_the_closing_exchange_of_a_read_saves_the_table_that_was_asked_about) {
+    const auto run = start_with_a_file({{radio::FaultKind::silence, radio::kClosing}});
+    std::filesystem::create_directories(folder.file("data/radio images"));
+    std::filesystem::copy_file(folder.file("mem.120"), folder.file("data/radio images/my.120"));
+    run->program.open_named(folder.file("data/radio images/my.120"));
+    type(*run, "A");
+    bool closed = false;
+    run->window.when_closed = [&] { closed = run->program.close_allowed(); };
+    run->messages.answers = {Answer::no, Answer::ok};
+    run->messages.leaves_questions_open = true;
+    run->dialogs.names = {folder.file("named.120")};
+    run->time.after(50s, [&] { run->program.close_allowed(); });
+    run->time.after(51s, [&] { run->messages.answer_open_question(Answer::yes); });
+    run->form.mnuRead.clicked();
+    EXPECT_TRUE(closed);
+    EXPECT_EQ(folder.get("named.120")[layout::kLabels], 'A');
+    EXPECT_THAT(archived(), testing::Contains("2026-11-21 12.34.56 read.120"));
 }
 
 TEST_F(ProgramRecovery, what_was_typed_into_a_table_that_a_read_replaces_is_set_aside) {

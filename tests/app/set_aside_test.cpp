@@ -121,6 +121,24 @@ TEST_F(SetAside, a_file_that_has_gone_meanwhile_holds_nothing) {
     expect_kept("A");
 }
 
+TEST_F(SetAside, a_short_file_holds_what_it_was_opened_as) {
+    Bytes bytes = folder.get("mem.120");
+    bytes.resize(6900);
+    program.open_named(folder.put("short.120", bytes));
+    EXPECT_TRUE(program.close_allowed());
+    EXPECT_THAT(kept(), IsEmpty());
+}
+
+TEST_F(SetAside, an_archive_that_cannot_be_listed_turns_no_table_away) {
+    edit("B");
+    const std::string other = other_file();
+    files.listing_fails = true;
+    messages.answers = {Answer::no};
+    program.open_named(other);
+    files.listing_fails = false;
+    expect_kept("B");
+}
+
 TEST_F(SetAside, a_copy_that_cannot_be_kept_is_told_and_stands_in_no_ones_way) {
     edit("B");
     const std::string other = other_file();

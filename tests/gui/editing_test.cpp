@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
 
@@ -226,6 +227,16 @@ TEST_F(Editing, what_an_input_method_commits_is_filtered_as_it_is_when_typed) {
     commit("45.5.5");
     EXPECT_EQ(text(), "145.55");
     EXPECT_EQ(cell(kEmptyRow, 2), "145.55000");
+}
+
+TEST_F(Editing, a_character_that_is_typed_in_two_parts_is_dropped) {
+    open(kEmptyRow, 1);
+    type("a");
+    QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown,
+                        QString::fromUtf8("\xF0\x9F\x98\x80"), Qt::NoModifier);
+    type("b");
+    EXPECT_EQ(cell(kEmptyRow, 1), "AB");
+    EXPECT_EQ(text(), "AB");
 }
 
 TEST_F(Editing, an_accent_of_its_own_is_dropped_with_its_letter) {

@@ -76,15 +76,15 @@ void QtSerialPort::open() {
     if (!port_.open(QIODevice::ReadWrite)) {
         throw PortError(refused_opening(opened_.port, path_, port_));
     }
-    set_up();
     output_ = taken_ = 0;
     transmission_.begin(line);
+    set_up();
     in_use_ = true;
 }
 
 void QtSerialPort::set_up() {
-    const bool may_lack_lines = port_handle::is_pseudo_terminal(port_.handle());
-    const std::string refused = set_up_port(port_, opened_, may_lack_lines);
+    pseudo_terminal_ = port_handle::is_pseudo_terminal(port_.handle());
+    const std::string refused = set_up_port(port_, opened_, pseudo_terminal_);
     if (!refused.empty()) {
         const std::string why = port_.errorString().toStdString();
         close();
@@ -114,6 +114,8 @@ int QtSerialPort::waiting_to_leave() {
 }
 
 int QtSerialPort::unsent_bytes() {
+    // What a pseudo-terminal has taken has arrived, and its other end may hang up then.
+    if (in_use_ && pseudo_terminal_ && port_.bytesToWrite() == 0) return 0;
     require_open();
     port_handle::send(port_);
     const int waiting = waiting_to_leave();

@@ -69,6 +69,7 @@ class QtSerialPort : public MSComm {
     PortProperties opened_;  // as they were at the opening
     std::string path_;
     QSerialPort port_;
+    bool pseudo_terminal_ = false;
     std::int64_t output_ = 0;    // bytes since the opening
     std::int64_t taken_ = 0;     // of these by the system
     Transmission transmission_;  // of these

@@ -177,6 +177,13 @@ TEST_F(QtSerialPortBytes, bytes_that_have_not_left_are_counted) {
     EXPECT_TRUE(spin_until([&] { return port_.unsent_bytes() == 0; }));
 }
 
+TEST_F(QtSerialPortBytes, the_other_end_may_hang_up_once_it_has_everything) {
+    port_.Output(Bytes(8));
+    EXPECT_EQ(line_.receive(8).size(), 8U);
+    line_.hang_up();
+    EXPECT_EQ(port_.unsent_bytes(), 0);
+}
+
 class QtSerialPortLimits : public PortBench {};
 
 TEST_F(QtSerialPortLimits, bytes_past_the_in_buffer_size_are_kept_too) {
