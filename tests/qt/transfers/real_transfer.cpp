@@ -20,7 +20,7 @@ constexpr qint64 kTooLong = 2 * 60 * 1000;  // nothing takes so long
 // Of a core, once nothing goes on any more. The sanitizers make each look at the port dearer, and
 // this more so the busier the machine is.
 #ifdef __SANITIZE_ADDRESS__
-constexpr double kIdleShare = 0.03;
+constexpr double kIdleShare = 0.02;
 #else
 constexpr double kIdleShare = 0.01;
 #endif
