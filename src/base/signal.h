@@ -29,6 +29,7 @@ class Signal {
     }
 
     void operator()(Args... args) const {
+        if (slots_.empty()) return;
         const auto now = slots_;
         for (const auto& known : now) {
             if (const auto slot = known.lock()) (*slot)(args...);

@@ -39,7 +39,7 @@ Bytes Workbench::bytes_of_image(const std::string& path) {
 }
 
 void Workbench::load(const std::string& path) {
-    store.MemoryImage = MemoryImage(bytes_of_image(path));
+    store.set_image(MemoryImage(bytes_of_image(path)));
 }
 
 void Workbench::open(const std::string& path) {

@@ -64,7 +64,7 @@ void ImageFiles::open(const std::string& path) {
         // What the user had stays open, under its own name.
         current_path_ = old_path;
         caption_.caption = old_caption;
-        store_.MemoryImage = old_image;
+        store_.set_image(old_image);
         throw;
     }
     replaced(old_image, old_path);

@@ -1,5 +1,7 @@
 #include "image/image_codec.h"
 
+#include <utility>
+
 #include "base/error.h"
 #include "base/number_text.h"
 
@@ -38,6 +40,18 @@ std::string memory_name(int Bank, int Memnumber) {
     return "Bank " + std::to_string(Bank) + " - " + std::to_string(Memnumber);
 }
 
+void ImageCodec::set_byte(int loffset, std::uint8_t value) {
+    const std::uint8_t before = image_.get(loffset);
+    if (before == value) return;
+    image_.set(loffset, value);
+    written(loffset, {&before, 1});
+}
+
+void ImageCodec::set_image(const ::memwright::MemoryImage& image) {
+    const ::memwright::MemoryImage before = std::exchange(image_, image);
+    written(0, before.bytes());
+}
+
 std::int16_t ImageCodec::GetBit(int loffset, int BitNum70) const {
     const std::size_t bit = checked_bit(BitNum70);
     return bits(loffset)[kBitsPerByte - 1 - bit] == '1' ? 1 : 0;
@@ -47,7 +61,7 @@ void ImageCodec::SetBit(int loffset, int BitNum70, int BitVal01) {
     const std::size_t bit = checked_bit(BitNum70);
     std::string changed = bits(loffset);
     changed.replace(kBitsPerByte - 1 - bit, 1, std::to_string(BitVal01));
-    MemoryImage.set(loffset, checked_byte(lLng(Bin2Hex(changed))));
+    set_byte(loffset, checked_byte(lLng(Bin2Hex(changed))));
 }
 
 std::string ImageCodec::GetMemByte(int Bank, int Memnumber) const {
@@ -55,13 +69,13 @@ std::string ImageCodec::GetMemByte(int Bank, int Memnumber) const {
 }
 
 void ImageCodec::SetMemByte(int Bank, int Memnumber, int byteval) {
-    MemoryImage.set(record(Bank, Memnumber) + layout::kFlags, checked_byte(byteval));
+    set_byte(record(Bank, Memnumber) + layout::kFlags, checked_byte(byteval));
 }
 
 void ImageCodec::ClearMem(int Bank, int Memnumber) {
     SetMemByte(Bank, Memnumber, 0xFF);
     for (int i = 0; i < layout::kFrequencySize; ++i) {
-        MemoryImage.set(record(Bank, Memnumber) + i, 0xFF);
+        set_byte(record(Bank, Memnumber) + i, 0xFF);
     }
     SetMemTag(Bank, Memnumber, "");
 }

@@ -6,8 +6,10 @@
 // Labels are bytes in the radio's single-byte character set.
 
 #include <cstdint>
+#include <span>
 #include <string>
 
+#include "base/signal.h"
 #include "image/frequency_text.h"
 #include "image/memory_image.h"
 
@@ -19,11 +21,19 @@ std::string memory_name(int Bank, int Memnumber);
 class ImageCodec {
   public:
     ImageCodec() = default;
-    explicit ImageCodec(const ::memwright::MemoryImage& image) : MemoryImage(image) {}
+    explicit ImageCodec(const ::memwright::MemoryImage& image) : image_(image) {}
     ImageCodec(const ImageCodec&) = delete;
     ImageCodec& operator=(const ImageCodec&) = delete;
 
-    ::memwright::MemoryImage MemoryImage;
+    const ::memwright::MemoryImage& MemoryImage = image_;
+
+    // Whatever changes the image goes through these two.
+    void set_byte(int loffset, std::uint8_t value);
+    void set_image(const ::memwright::MemoryImage& image);
+
+    // Bytes were written: the offset of the first, and what they were before, which some of them
+    // may still be.
+    Signal<int, std::span<const std::uint8_t>> written;
 
     // Bit 0 is the least significant bit of the byte, 7 the most significant.
     std::int16_t GetBit(int loffset, int BitNum70) const;
@@ -70,6 +80,8 @@ class ImageCodec {
     static int record(int Bank, int Memnumber);
     static int label(int Bank, int Memnumber);
     std::string bits(int loffset) const;
+
+    ::memwright::MemoryImage image_;
 };
 
 }  // namespace memwright

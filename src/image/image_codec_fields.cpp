@@ -35,9 +35,9 @@ void ImageCodec::set_frequency(int loffset, std::string& Freq) {
     set_fraction_code(loffset, fraction);
     // 1600 MHz and more give more than six digits: the last byte is always the last two of them.
     const auto byte = [](const std::string& text) { return static_cast<std::uint8_t>(lLng(text)); };
-    MemoryImage.set(loffset, byte(digits.substr(0, 2)));
-    MemoryImage.set(loffset + 1, byte(digits.substr(2, 2)));
-    MemoryImage.set(loffset + 2, byte(digits.substr(digits.size() - 2)));
+    set_byte(loffset, byte(digits.substr(0, 2)));
+    set_byte(loffset + 1, byte(digits.substr(2, 2)));
+    set_byte(loffset + 2, byte(digits.substr(digits.size() - 2)));
 }
 
 std::string ImageCodec::GetMemFreq(int Bank, int Memnumber) const {
@@ -100,7 +100,7 @@ void ImageCodec::SetMemTag(int Bank, int Memnumber, const std::string& tag) {
     std::string padded = tag;
     padded.resize(layout::kLabelSize, ' ');
     for (int i = 0; i < layout::kLabelSize; ++i) {
-        MemoryImage.set(first + i, static_cast<std::uint8_t>(padded[static_cast<std::size_t>(i)]));
+        set_byte(first + i, static_cast<std::uint8_t>(padded[static_cast<std::size_t>(i)]));
     }
 }
 

@@ -7,10 +7,12 @@ void modVR120::OpenVR120(const std::string& FilePath) {
     try {
         files_.read(FilePath, layout::kImageSize, bytes);
     } catch (...) {
-        MemoryImage.assign(bytes);
+        auto partly_read = MemoryImage;
+        partly_read.assign(bytes);
+        set_image(partly_read);
         throw;
     }
-    MemoryImage = ::memwright::MemoryImage(bytes);
+    set_image(::memwright::MemoryImage(bytes));
 }
 
 bool modVR120::FileExists(const std::string& fpath) const noexcept { return files_.exists(fpath); }

@@ -39,7 +39,7 @@ void SetModeSetting::store_position(ImageCodec& image, int position) const {
     if (bit) {
         image.SetBit(offset, *bit, position);
     } else {
-        image.MemoryImage.set(offset, static_cast<std::uint8_t>(position));
+        image.set_byte(offset, static_cast<std::uint8_t>(position));
     }
 }
 

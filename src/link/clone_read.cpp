@@ -92,7 +92,7 @@ void CloneRead::exchange() {
     link_.close();
 
     replacing();
-    store_.MemoryImage = received_;
+    store_.set_image(received_);
     result_ = "Success";
     link_.set_status("Read from VR-120 complete.");
     table_.SetChangeCheck();

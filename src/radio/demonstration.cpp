@@ -155,12 +155,12 @@ void store(const Channel& channel, int bank, ImageCodec& memory) {
 void store(const Limit& limit, int number, ImageCodec& memory) {
     std::string frequency = limit.frequency;
     const int record = layout::search_limit(number);
-    memory.MemoryImage.set(record + layout::kFlags, limit.mode);
+    memory.set_byte(record + layout::kFlags, limit.mode);
     memory.set_frequency(record, frequency);
 }
 
 void store_settings(ImageCodec& memory) {
-    for (const auto& [offset, value] : kSettings) memory.MemoryImage.set(offset, value);
+    for (const auto& [offset, value] : kSettings) memory.set_byte(offset, value);
     for (const auto& [offset, bit] : kSetBits) memory.SetBit(offset, bit, 1);
     for (const int bank : kLinkedBanks) {
         memory.SetBit(layout::linked_bank(bank).offset, layout::linked_bank(bank).bit, 1);

@@ -21,7 +21,7 @@ using Texts = std::vector<std::string>;
 
 class SetMode : public ::testing::Test {
   protected:
-    void zero() { radio_.image() = MemoryImage{}; }
+    void zero() { radio_.store().set_image({}); }
 
     void make_valid(SeededRandom& random, int from = 0) {
         memwright::make_valid(radio_, random, from);
@@ -50,7 +50,7 @@ class SetMode : public ::testing::Test {
         const MemoryImage before = radio_.image();
         by_hand();
         const Texts expected = radio_.changes_from(before);
-        radio_.image() = before;
+        radio_.store().set_image(before);
         return expected;
     }
     void put(const SettingRow& row, int position) {

@@ -16,11 +16,11 @@ namespace memwright {
 class RadioImage {
   public:
     modVR120& store() { return store_; }
-    MemoryImage& image() { return store_.MemoryImage; }
+    const MemoryImage& image() const { return store_.MemoryImage; }
 
     int byte(int offset) const { return store_.MemoryImage.get(offset); }
     void put(int offset, int value) {
-        store_.MemoryImage.set(offset, static_cast<std::uint8_t>(value));
+        store_.set_byte(offset, static_cast<std::uint8_t>(value));
     }
     void put(int offset, std::initializer_list<int> values) {
         for (const int value : values) put(offset++, value);

@@ -119,7 +119,7 @@ TEST_F(CsvRoundTrip, of_random_images_gives_the_same_image_where_the_radio_can_r
     for (int round = 0; round < 15; ++round) {
         const auto random_byte = [&] { return random.coin() ? random.byte() : std::uint8_t{0x20}; };
         for (int i = 0; i < layout::kImageSize; ++i) {
-            store.MemoryImage.set(i, i < layout::kLabels ? random.byte() : random_byte());
+            store.set_byte(i, i < layout::kLabels ? random.byte() : random_byte());
         }
         bring_into_form();
         const MemoryImage before = store.MemoryImage;

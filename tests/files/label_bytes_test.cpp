@@ -64,7 +64,7 @@ TEST_F(LabelBytes, survive_image_table_save_and_open) {
         image_files.mnuSave_Click();
         ASSERT_EQ(folder.get("saved.120"), bytes);
 
-        store.MemoryImage = MemoryImage{};
+        store.set_image(MemoryImage{});
         table.ParseVR120Data();
         open_unasked(saved);
         table.SaveVR120Data();

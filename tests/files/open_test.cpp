@@ -95,7 +95,7 @@ TEST_F(Open, reads_both_extensions_alike) {
     }
     open(folder.put("a.120", bytes));
     const MemoryImage first = store.MemoryImage;
-    store.MemoryImage = MemoryImage{};
+    store.set_image(MemoryImage{});
     messages.answers = {Answer::no};
     open(folder.put("b.tk1", bytes));
     EXPECT_EQ(store.MemoryImage, first);

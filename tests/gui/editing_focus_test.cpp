@@ -46,7 +46,7 @@ class EditingFocus : public EditingTest {
         modVR120 store(files);
         const auto bytes = folder_.get("radio.120");
         int offset = 0;
-        for (const std::uint8_t byte : bytes) store.MemoryImage.set(offset++, byte);
+        for (const std::uint8_t byte : bytes) store.set_byte(offset++, byte);
         return store.GetMemTag(0, 2);
     }
 };

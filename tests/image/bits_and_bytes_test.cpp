@@ -17,7 +17,7 @@ constexpr int kHighestInt = std::numeric_limits<int>::max();
 
 TEST(BitsAndBytes, GetBit_counts_from_the_least_significant_bit) {
     ImageStore store;
-    store->MemoryImage.set(6400, 0x05);
+    store->set_byte(6400, 0x05);
     EXPECT_EQ(store->GetBit(6400, 0), 1);
     EXPECT_EQ(store->GetBit(6400, 1), 0);
     EXPECT_EQ(store->GetBit(6400, 2), 1);
@@ -26,10 +26,10 @@ TEST(BitsAndBytes, GetBit_counts_from_the_least_significant_bit) {
 
 TEST(BitsAndBytes, SetBit_rewrites_one_bit) {
     ImageStore store;
-    store->MemoryImage.set(6400, 0x05);
+    store->set_byte(6400, 0x05);
     store->SetBit(6400, 7, 1);
     EXPECT_EQ(store->MemoryImage.get(6400), 0x85);
-    store->MemoryImage.set(6400, 0x05);
+    store->set_byte(6400, 0x05);
     store->SetBit(6400, 0, 0);
     EXPECT_EQ(store->MemoryImage.get(6400), 0x04);
 }
@@ -37,7 +37,7 @@ TEST(BitsAndBytes, SetBit_rewrites_one_bit) {
 TEST(BitsAndBytes, GetBit_agrees_with_shifts_for_every_byte_and_bit) {
     ImageStore store;
     for (int byte = 0; byte < 256; ++byte) {
-        store->MemoryImage.set(7391, static_cast<std::uint8_t>(byte));
+        store->set_byte(7391, static_cast<std::uint8_t>(byte));
         for (int bit = 0; bit < 8; ++bit) {
             ASSERT_EQ(store->GetBit(7391, bit), (byte >> bit) & 1) << byte << " bit " << bit;
         }
@@ -48,11 +48,11 @@ TEST(BitsAndBytes, SetBit_agrees_with_shifts_for_every_byte_and_bit) {
     ImageStore store;
     for (int byte = 0; byte < 256; ++byte) {
         for (int bit = 0; bit < 8; ++bit) {
-            store->MemoryImage.set(0, static_cast<std::uint8_t>(byte));
+            store->set_byte(0, static_cast<std::uint8_t>(byte));
             store->SetBit(0, bit, 1);
             ASSERT_EQ(store->MemoryImage.get(0), byte | 1 << bit) << byte << " bit " << bit;
             ASSERT_EQ(store->GetBit(0, bit), 1);
-            store->MemoryImage.set(0, static_cast<std::uint8_t>(byte));
+            store->set_byte(0, static_cast<std::uint8_t>(byte));
             store->SetBit(0, bit, 0);
             ASSERT_EQ(store->MemoryImage.get(0), byte & ~(1 << bit)) << byte << " bit " << bit;
             ASSERT_EQ(store->GetBit(0, bit), 0);
@@ -67,7 +67,7 @@ TEST(BitsAndBytes, SetBit_leaves_every_other_byte_alone) {
     const MemoryImage before = store->MemoryImage;
     for (int round = 0; round < 50; ++round) {
         const int offset = random.between(0, 7391);
-        store->MemoryImage = before;
+        store->set_image(before);
         store->SetBit(offset, random.between(0, 7), random.between(0, 1));
         ASSERT_EQ(store.first_change(before, offset, 1), -1) << offset;
     }
@@ -85,7 +85,7 @@ TEST(BitsAndBytes, an_offset_outside_the_image_is_an_index_error) {
 
 TEST(BitsAndBytes, a_byte_has_no_bits_but_0_to_7) {
     ImageStore store;
-    store->MemoryImage.set(10, 0xA5);
+    store->set_byte(10, 0xA5);
     for (const int bit : {-1, 8, kLowestInt, kHighestInt}) {
         EXPECT_THROW(store->GetBit(10, bit), IndexError) << bit;
         EXPECT_THROW(store->SetBit(10, bit, 1), IndexError) << bit;
@@ -98,7 +98,7 @@ TEST(BitsAndBytes, a_byte_has_no_bits_but_0_to_7) {
 TEST(BitsAndBytes, SetBit_writes_any_other_value_into_the_text_as_it_stands) {
     ImageStore store;
     const auto after = [&](int byte, int bit, int value) {
-        store->MemoryImage.set(5, static_cast<std::uint8_t>(byte));
+        store->set_byte(5, static_cast<std::uint8_t>(byte));
         store->SetBit(5, bit, value);
         return static_cast<int>(store->MemoryImage.get(5));
     };
@@ -122,7 +122,7 @@ TEST(BitsAndBytes, SetBit_of_a_value_that_makes_no_byte_changes_nothing) {
                                     Case{0, -1000},        // 1111 111- 1000
                                     Case{4, kHighestInt},  // no slice is a group
                                     Case{0, kHighestInt}}) {
-        store->MemoryImage.set(5, 0xFF);
+        store->set_byte(5, 0xFF);
         EXPECT_THROW(store->SetBit(5, bit, value), ConversionError) << bit << " " << value;
         EXPECT_EQ(store->MemoryImage.get(5), 0xFF) << bit << " " << value;
     }
@@ -130,8 +130,8 @@ TEST(BitsAndBytes, SetBit_of_a_value_that_makes_no_byte_changes_nothing) {
 
 TEST(BitsAndBytes, GetMemByte_reads_the_flags_of_the_first_and_the_last_memory) {
     ImageStore store;
-    store->MemoryImage.set(3, 0x0A);
-    store->MemoryImage.set(2559, 0xC7);
+    store->set_byte(3, 0x0A);
+    store->set_byte(2559, 0xC7);
     EXPECT_EQ(store->GetMemByte(0, 0), "0A");
     EXPECT_EQ(store->GetMemByte(9, 63), "C7");
 }

@@ -113,7 +113,7 @@ TEST(SecondInterface, does_to_the_image_what_the_first_does) {
     ImageStore first;
     ImageStore second;
     first.fill(random);
-    second->MemoryImage = first->MemoryImage;
+    second->set_image(first->MemoryImage);
     clsVr120 object(*second);
     for (int round = 0; round < 400; ++round) {
         const Arguments a = random_arguments(random);
@@ -196,7 +196,7 @@ TEST(SecondInterface, Mem2FreqB_reads_as_the_record_with_these_digits_does) {
         std::string digits;
         for (int i = 0; i < 4; ++i) {
             const std::uint8_t byte = random.byte();
-            store->MemoryImage.set(i, byte);
+            store->set_byte(i, byte);
             if (i < 3) digits += lHex(byte);
         }
         ASSERT_EQ(object.Mem2FreqB(digits, 0, 0), store->GetMemFreq(0, 0)) << digits;

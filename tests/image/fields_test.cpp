@@ -19,7 +19,7 @@ class Fields : public testing::Test {
   protected:
     int flags() { return store_->MemoryImage.get(4 * kIndex + 3); }
     void set_flags(int byte) {
-        store_->MemoryImage.set(4 * kIndex + 3, static_cast<std::uint8_t>(byte));
+        store_->set_byte(4 * kIndex + 3, static_cast<std::uint8_t>(byte));
     }
 
     ImageStore store_;

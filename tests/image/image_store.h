@@ -22,7 +22,7 @@ class ImageStore {
     void put_record(int index, const std::array<int, 4>& bytes) {
         for (int i = 0; i < 4; ++i) {
             const int byte = bytes[static_cast<std::size_t>(i)];
-            store_.MemoryImage.set(4 * index + i, static_cast<std::uint8_t>(byte));
+            store_.set_byte(4 * index + i, static_cast<std::uint8_t>(byte));
         }
     }
     std::array<int, 4> record(int index) const {
@@ -43,13 +43,13 @@ class ImageStore {
     }
     void put_label(int index, const std::string& bytes) {
         for (int i = 0; i < 6; ++i) {
-            store_.MemoryImage.set(2560 + 6 * index + i,
+            store_.set_byte(2560 + 6 * index + i,
                                    static_cast<std::uint8_t>(bytes[static_cast<std::size_t>(i)]));
         }
     }
 
     void fill(SeededRandom& random) {
-        for (int i = 0; i < 7392; ++i) store_.MemoryImage.set(i, random.byte());
+        for (int i = 0; i < 7392; ++i) store_.set_byte(i, random.byte());
     }
 
     // The first offset at which the image differs from another, within a range that may change

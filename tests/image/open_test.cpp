@@ -51,7 +51,7 @@ TEST(Open, fills_up_a_short_file_with_zeros) {
 TEST(Open, takes_an_empty_file) {
     const TemporaryFolder folder;
     ImageStore store;
-    store->MemoryImage.set(0, 1);
+    store->set_byte(0, 1);
     store->OpenVR120(folder.put("empty.120", {}));
     EXPECT_EQ(image_of(store), Bytes(7392, 0));
 }
@@ -59,7 +59,7 @@ TEST(Open, takes_an_empty_file) {
 TEST(Open, creates_a_missing_file_empty) {
     const TemporaryFolder folder;
     ImageStore store;
-    store->MemoryImage.set(0, 1);
+    store->set_byte(0, 1);
     store->OpenVR120(folder.file("missing.120"));
     EXPECT_EQ(image_of(store), Bytes(7392, 0));
     EXPECT_EQ(folder.get("missing.120"), Bytes());
@@ -105,7 +105,7 @@ class FailingFileSystem final : public FileSystem {
 TEST(Open, bytes_read_before_a_failure_stay_in_the_image) {
     FailingFileSystem files(1000);
     modVR120 store(files);
-    for (int i = 0; i < 7392; ++i) store.MemoryImage.set(i, 0x11);
+    for (int i = 0; i < 7392; ++i) store.set_byte(i, 0x11);
     EXPECT_THROW(store.OpenVR120("any.120"), FileError);
     EXPECT_EQ(store.MemoryImage.get(0), 0x42);
     EXPECT_EQ(store.MemoryImage.get(999), 0x42);

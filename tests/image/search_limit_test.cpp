@@ -78,7 +78,7 @@ class RecordAtAnOffset : public testing::Test {
     }
     void put(int offset, const std::array<int, 4>& wanted) {
         for (std::size_t i = 0; i < 4; ++i) {
-            store_->MemoryImage.set(offset + static_cast<int>(i),
+            store_->set_byte(offset + static_cast<int>(i),
                                     static_cast<std::uint8_t>(wanted[i]));
         }
     }

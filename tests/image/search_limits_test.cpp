@@ -22,7 +22,7 @@ class SearchLimitRecords : public testing::Test {
   protected:
     void put(int limit, const Record& record) {
         for (int i = 0; i < layout::kRecordSize; ++i) {
-            image.MemoryImage.set(offset_of(limit) + i, byte_of(record[index(i)]));
+            image.set_byte(offset_of(limit) + i, byte_of(record[index(i)]));
         }
     }
     Record record(int limit) const {
@@ -55,7 +55,7 @@ TEST_F(SearchLimitRecords, the_kilohertz_are_shown_as_stored_and_the_code_behind
 
 TEST_F(SearchLimitRecords, the_mode_has_four_values_in_the_lowest_two_bits) {
     for (int flags = 0; flags < 256; ++flags) {
-        image.MemoryImage.set(7155, byte_of(flags));
+        image.set_byte(7155, byte_of(flags));
         EXPECT_EQ(RMode(image, 7152), kModes[index(flags % 4)]) << flags;
         for (int code = 0; code < 4; ++code) {
             SMode(image, 7152, kModes[index(code)]);
@@ -67,7 +67,7 @@ TEST_F(SearchLimitRecords, the_mode_has_four_values_in_the_lowest_two_bits) {
 TEST_F(SearchLimitRecords, a_text_that_is_no_mode_is_not_stored) {
     for (const char* text : {"", "auto", "Auto", "nfm", "FM", "NFM ", " AM", "0", "-"}) {
         for (int flags = 0; flags < 256; flags += 5) {
-            image.MemoryImage.set(6915, byte_of(flags));
+            image.set_byte(6915, byte_of(flags));
             SMode(image, 6912, text);
             EXPECT_EQ(image.MemoryImage.get(6915), flags) << '"' << text << '"';
         }

@@ -20,13 +20,13 @@ MemoryImage random_image(unsigned seed, unsigned highest) {
 MemoryImage image_of_user() {
     fakes::MemoryFiles files;
     modVR120 store(files);
-    store.MemoryImage = radio::demonstration_memory();
+    store.set_image(radio::demonstration_memory());
     // The table shows the frequencies of these two as others.
     store.ClearMem(9, 8);
     store.ClearMem(9, 9);
     // Nor do the last bytes mean anything to it.
     for (int i = layout::kImageSize - layout::kBlockSize; i < layout::kImageSize; ++i) {
-        store.MemoryImage.set(i, static_cast<std::uint8_t>(i % 200 + 1));
+        store.set_byte(i, static_cast<std::uint8_t>(i % 200 + 1));
     }
     return store.MemoryImage;
 }

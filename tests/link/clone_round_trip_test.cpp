@@ -32,7 +32,7 @@ TEST(CloneRoundTrip, an_image_survives_the_way_through_the_table_too) {
     ASSERT_EQ(bench.click_write(), "");
     bench.settle();
     EXPECT_EQ(blank.memory(), image);
-    bench.store.MemoryImage = {};
+    bench.store.set_image({});
     ASSERT_EQ(bench.run({Answer::ok}, [&] { bench.read.ReadFromVR120(); }), "");
     EXPECT_EQ(bench.store.MemoryImage, image);
 }

@@ -53,14 +53,14 @@ void expect_written(CloneBench& bench, const MemoryImage& image) {
 
 TEST(CloneWrite, every_frame_goes_out_to_the_byte_and_in_one_piece) {
     CloneBench bench(receiving());
-    bench.store.MemoryImage = random_image(41);
+    bench.store.set_image(random_image(41));
     EXPECT_EQ(bench.run({Answer::ok}, [&] { bench.write.WriteToVR120(); }), "");
     expect_written(bench, random_image(41));
 }
 
 TEST(CloneWrite, block_0_begins_with_its_header_and_sums_the_first_32_bytes_of_the_image) {
     CloneBench bench(receiving());
-    for (int i = 0; i < 32; ++i) bench.store.MemoryImage.set(i, static_cast<std::uint8_t>(i + 1));
+    for (int i = 0; i < 32; ++i) bench.store.set_byte(i, static_cast<std::uint8_t>(i + 1));
     bench.click_write();
     ASSERT_EQ(bench.port.sent.size(), 243U);
     EXPECT_EQ(hexadecimal(bench.port.sent[1].bytes),
@@ -71,7 +71,7 @@ TEST(CloneWrite, block_0_begins_with_its_header_and_sums_the_first_32_bytes_of_t
 TEST(CloneWrite, the_last_32_bytes_of_the_image_travel_in_block_230) {
     CloneBench bench(receiving());
     for (int i = 7360; i < 7392; ++i) {
-        bench.store.MemoryImage.set(i, static_cast<std::uint8_t>(i - 7360 + 0x80));
+        bench.store.set_byte(i, static_cast<std::uint8_t>(i - 7360 + 0x80));
     }
     bench.click_write();
     EXPECT_EQ(hexadecimal(bench.port.sent[231].bytes),
@@ -163,7 +163,7 @@ TEST(CloneWrite, the_instructions_tell_three_steps) {
 
 TEST(CloneWrite, cancel_in_the_instructions_sends_every_frame_all_the_same) {
     CloneBench bench(receiving());
-    bench.store.MemoryImage = random_image(42);
+    bench.store.set_image(random_image(42));
     EXPECT_EQ(bench.run({Answer::cancel}, [&] { bench.write.WriteToVR120(); }), "");
     EXPECT_EQ(bench.Label1.caption.get(), "Write To VR-120 complete.");
     expect_written(bench, random_image(42));
@@ -201,7 +201,7 @@ TEST(CloneWrite, the_table_is_what_is_written) {
     EXPECT_EQ(bench.click_write(), "");
     bench.settle();
     modVR120 written(bench.files);
-    written.MemoryImage = bench.radio.memory();
+    written.set_image(bench.radio.memory());
     EXPECT_EQ(written.GetMemTag(0, 0), "NEW");
     EXPECT_EQ(written.GetMemTag(0, 1), "TOWER2");
     // Written is not saved.
@@ -246,7 +246,7 @@ TEST(CloneWrite, a_radio_that_does_not_listen_goes_unnoticed) {
 
 TEST(CloneWrite, what_the_radio_sends_meanwhile_is_not_looked_at) {
     CloneBench bench(sending(), random_image(43));
-    bench.store.MemoryImage = random_image(44);
+    bench.store.set_image(random_image(44));
     EXPECT_EQ(bench.run({Answer::ok}, [&] { bench.write.WriteToVR120(); }), "");
     EXPECT_EQ(sent_by(bench), frames_of(random_image(44)));
     EXPECT_EQ(bench.store.MemoryImage, random_image(44));

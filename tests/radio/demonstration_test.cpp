@@ -17,7 +17,7 @@ namespace {
 
 class Demonstration : public testing::Test {
   protected:
-    Demonstration() { memory_.MemoryImage = demonstration_memory(); }
+    Demonstration() { memory_.set_image(demonstration_memory()); }
 
     // Calls `visit` with the bank and number of every memory that is not empty.
     template <typename Visit>

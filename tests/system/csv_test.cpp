@@ -60,7 +60,7 @@ class SystemCsv : public MemwrightDesktop {
     std::string listed() const {
         NativeFileSystem files;
         modVR120 store(files);
-        store.MemoryImage = image_;
+        store.set_image(image_);
         std::string text = kHeader;
         for (int bank = 0; bank < layout::kBanks; ++bank) {
             for (int number = 0; number < layout::kMemoriesPerBank; ++number) {
@@ -102,7 +102,7 @@ TEST_F(SystemCsv, an_edited_list_is_imported_and_saved) {
 
     NativeFileSystem files;
     modVR120 wanted(files);
-    wanted.MemoryImage = image_;
+    wanted.set_image(image_);
     const auto store = [&](int bank, int number, std::string frequency, const char* mode,
                            const char* preference, const char* label) {
         wanted.SetMemByte(bank, number, 0);

@@ -83,7 +83,7 @@ TEST_F(SystemTransfer, a_block_past_the_memory_is_left_out) {
     // What block 1 holds comes first then: the memory of row 9.
     NativeFileSystem files;
     modVR120 store(files);
-    store.MemoryImage = radio::demonstration_memory();
+    store.set_image(radio::demonstration_memory());
     EXPECT_EQ(cell(1, 2), store.GetMemFreq(0, 8));
 }
 

@@ -37,17 +37,17 @@ TEST(ChangesAtStart, there_are_none_in_an_image_of_zeros) {
     ChannelTable table(store, grid, mnuSaveOnly);
     EXPECT_EQ(table.ChangeCheckSum(), 0);
     EXPECT_FALSE(table.IsDataChanged());
-    store.MemoryImage.set(7391, 1);
+    store.set_byte(7391, 1);
     EXPECT_TRUE(table.IsDataChanged());
 }
 
 TEST_F(Changes, the_check_sum_adds_all_7392_bytes_as_0_to_255) {
-    for (int i = 0; i < layout::kImageSize; ++i) store.MemoryImage.set(i, 0xFF);
+    for (int i = 0; i < layout::kImageSize; ++i) store.set_byte(i, 0xFF);
     table.SetChangeCheck();
     EXPECT_EQ(table.ChangeCheckSum(), 7392 * 255);
-    for (int i = 0; i < layout::kImageSize; ++i) store.MemoryImage.set(i, 0);
-    store.MemoryImage.set(0, 0x80);
-    store.MemoryImage.set(7391, 0x81);
+    for (int i = 0; i < layout::kImageSize; ++i) store.set_byte(i, 0);
+    store.set_byte(0, 0x80);
+    store.set_byte(7391, 0x81);
     table.SetChangeCheck();
     EXPECT_EQ(table.ChangeCheckSum(), 0x80 + 0x81);
 }
@@ -90,7 +90,7 @@ TEST_F(Changes, with_the_save_command_disabled_the_image_is_compared_as_it_is) {
     grid.set_text(1, kTag, "LOCAM");
     EXPECT_FALSE(table.IsDataChanged());
     EXPECT_EQ(label(0, 0), "LOCAL ");
-    store.MemoryImage.set(7391, 1);
+    store.set_byte(7391, 1);
     EXPECT_TRUE(table.IsDataChanged());
 }
 

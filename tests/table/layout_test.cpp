@@ -89,7 +89,7 @@ TEST_F(TableLayout, leaves_nothing_of_what_the_grid_held_before) {
 }
 
 TEST_F(TableLayout, does_not_touch_the_image) {
-    store.MemoryImage.set(0, 0x14);
+    store.set_byte(0, 0x14);
     const MemoryImage before = store.MemoryImage;
     table.initgrid();
     EXPECT_EQ(store.MemoryImage, before);

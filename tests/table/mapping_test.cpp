@@ -17,7 +17,7 @@ class TableMapping : public TableTest {
     void store_memory(int bank, int number, const std::array<std::uint8_t, 4>& record,
                       const std::string& tag) {
         for (int i = 0; i < 4; ++i) {
-            store.MemoryImage.set(4 * (bank * 64 + number) + i,
+            store.set_byte(4 * (bank * 64 + number) + i,
                                   record[static_cast<std::size_t>(i)]);
         }
         store.SetMemTag(bank, number, tag);
@@ -83,7 +83,7 @@ TEST_F(TableMapping, an_image_without_any_frequency_gives_640_labelled_rows_that
     for (const int fill : {0x00, 0xFF}) {
         for (int i = 0; i < layout::kImageSize; ++i) {
             const bool flags = i < layout::kLabels && i % 4 == layout::kFlags;
-            store.MemoryImage.set(i, static_cast<std::uint8_t>(flags ? 0x07 : fill));
+            store.set_byte(i, static_cast<std::uint8_t>(flags ? 0x07 : fill));
         }
         table.ParseVR120Data();
         for (int row = 1; row <= 640; ++row) {
@@ -194,7 +194,7 @@ TEST_F(TableMapping, save_keeps_the_first_six_characters_of_a_label) {
 
 TEST_F(TableMapping, save_writes_neither_hidden_columns_nor_anything_behind_the_labels) {
     for (int i = layout::kRadioSettings; i < layout::kImageSize; ++i) {
-        store.MemoryImage.set(i, static_cast<std::uint8_t>(i & 0xFF));
+        store.set_byte(i, static_cast<std::uint8_t>(i & 0xFF));
     }
     table.initgrid();
     put(1, {"145.51250", "LOCAL", "WFM", "On"});

@@ -160,7 +160,7 @@ TEST_F(RandomImages, come_back_from_the_table_as_the_fields_that_it_shows) {
             for (int b = 0; b < 4; ++b) wanted.set(4 * i + b, bytes[static_cast<std::size_t>(b)]);
             for (int b = 0; !record && b < 6; ++b) wanted.set(layout::kLabels + 6 * i + b, 0x20);
         }
-        store.MemoryImage = before;
+        store.set_image(before);
         table.ParseVR120Data();
         table.SaveVR120Data();
         for (int i = 0; i < layout::kMemories; ++i) {
@@ -174,7 +174,7 @@ TEST_F(RandomImages, come_back_from_the_table_as_the_fields_that_it_shows) {
 
 TEST_F(RandomImages, are_unchanged_by_a_second_save) {
     for (int round = 0; round < 10; ++round) {
-        store.MemoryImage = random_image();
+        store.set_image(random_image());
         table.ParseVR120Data();
         table.SaveVR120Data();
         const MemoryImage once = store.MemoryImage;
@@ -195,11 +195,11 @@ TEST_F(RandomImages, of_plain_channels_come_back_byte_for_byte) {
             static_cast<std::uint8_t>(digit() * 16 + last),
             static_cast<std::uint8_t>((0x80 >> random.between(0, 2)) | random.between(0, 7))};
         for (int b = 0; b < 4; ++b) {
-            store.MemoryImage.set(4 * i + b, record[static_cast<std::size_t>(b)]);
+            store.set_byte(4 * i + b, record[static_cast<std::size_t>(b)]);
         }
     }
     for (int i = layout::kLabels; i < layout::kImageSize; ++i) {
-        store.MemoryImage.set(i, random.byte());
+        store.set_byte(i, random.byte());
     }
     const MemoryImage before = store.MemoryImage;
     for (int round = 0; round < 3; ++round) {

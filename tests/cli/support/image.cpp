@@ -27,13 +27,13 @@ Image& Image::channel(int row, const std::string& tag, const std::string& freque
 Image& Image::limit(int number, const std::string& frequency, int mode) {
     const int record = layout::search_limit(number);
     std::string megahertz = frequency;
-    store_.MemoryImage.set(record + layout::kFlags, static_cast<std::uint8_t>(mode));
+    store_.set_byte(record + layout::kFlags, static_cast<std::uint8_t>(mode));
     store_.set_frequency(record, megahertz);
     return *this;
 }
 
 Image& Image::set(int offset, std::vector<std::uint8_t> values) {
-    for (const std::uint8_t value : values) store_.MemoryImage.set(offset++, value);
+    for (const std::uint8_t value : values) store_.set_byte(offset++, value);
     return *this;
 }
 

@@ -17,7 +17,7 @@ using Bytes = std::vector<std::uint8_t>;
 class Image {
   public:
     Image();
-    explicit Image(const MemoryImage& image) { store_.MemoryImage = image; }
+    explicit Image(const MemoryImage& image) { store_.set_image(image); }
     Image(const Image& other) : Image(other.store_.MemoryImage) { rest_ = other.rest_; }
     Image& operator=(const Image&) = delete;
 

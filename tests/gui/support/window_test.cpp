@@ -15,7 +15,7 @@ MemoryImage some_image() {
     MSFlexGrid grid("MSFlexGrid1");
     const MenuEntry enabled("mnuSaveOnly", "");
     ChannelTable table(store, grid, enabled);
-    store.MemoryImage = radio::demonstration_memory();
+    store.set_image(radio::demonstration_memory());
     table.ParseVR120Data();
     table.SaveVR120Data();
     return store.MemoryImage;

@@ -38,7 +38,7 @@ class PdfPrinter final : public Printer {
 class PrintedTable : public PdfBench {
   protected:
     PrintedTable() {
-        store_.MemoryImage = radio::demonstration_memory();
+        store_.set_image(radio::demonstration_memory());
         table_.ParseVR120Data();
     }
 
