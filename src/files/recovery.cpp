@@ -37,19 +37,31 @@ std::string question(const Snapshot& snapshot) {
 }  // namespace
 
 void Recovery::begin() {
-    safe_ = content();
-    connections_.push_back(
-        work_.grid.changed.connect([this](const GridChange&) { note_change(); }));
-    connections_.push_back(work_.files.in_a_file.connect([this] { content_is_in_a_file(); }));
+    changes_.emplace();
+    connections_ = {work_.edits.changed.connect([this] { content_changed(); }),
+                    work_.edits.edited.connect([this](const Edit& edit) {
+                        if (changes_) changes_->add(edit);
+                    }),
+                    work_.files.in_a_file.connect([this] { content_is_in_a_file(); })};
 }
 
-void Recovery::note_change() {
-    if (timer_ || connections_.empty() || desktop_.folder.empty()) return;
+void Recovery::content_changed() {
+    if (timer_ || desktop_.folder.empty()) return;
     timer_ = desktop_.loop.every(kDelay, [this] { write(); });
 }
 
+bool Recovery::is_in_a_file() const {
+    if (!changes_) return false;
+    ChangesSince changes = *changes_;
+    changes.add(work_.edits.so_far());
+    return changes.none();
+}
+
+// In the middle of an edit, which is noted as a whole when it ends: what it has changed so far does
+// not count.
 void Recovery::content_is_in_a_file() {
-    safe_ = content();
+    changes_.emplace();
+    changes_->add(work_.edits.so_far().inverse());
     timer_.reset();
     remove_own();
 }
@@ -57,7 +69,7 @@ void Recovery::content_is_in_a_file() {
 // What cannot be written is tried again until it can.
 void Recovery::write() {
     try {
-        if (safe_ == content()) {
+        if (is_in_a_file()) {
             remove_own();
         } else {
             write_snapshot();
@@ -167,13 +179,13 @@ std::optional<Snapshot> Recovery::read(const std::string& name, std::optional<By
 }
 
 void Recovery::restore(const Snapshot& snapshot) {
-    work_.store.MemoryImage = snapshot.image;
+    work_.store.set_image(snapshot.image);
     work_.table.ParseVR120Data();
     fill_cells(work_.grid, snapshot.cells);
     work_.files.resume(snapshot.path);
     work_.table.count_as_changed();
     work_.window.EnableGui();
-    safe_.reset();
+    changes_.reset();
 }
 
 // Written anew, so that its days aside are counted from now.

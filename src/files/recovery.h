@@ -12,11 +12,13 @@
 #include <string>
 #include <vector>
 
+#include "files/changes_since.h"
 #include "files/image_files.h"
 #include "files/snapshot.h"
 #include "platform/message_box.h"
 #include "platform/run_lock.h"
 #include "platform/time.h"
+#include "table/edit_recorder.h"
 
 namespace memwright {
 
@@ -27,6 +29,7 @@ class Recovery {
         ImageCodec& store;
         ChannelTable& table;
         MSFlexGrid& grid;
+        EditRecorder& edits;  // of this grid and store
         ImageFiles& files;
         UserInterface& window;
     };
@@ -49,11 +52,8 @@ class Recovery {
     // How long a declined snapshot is kept.
     static constexpr int kDaysAside = 30;
 
-    // Watches the table from here on.
+    // Watches the edits from here on.
     void begin();
-
-    // Something of the image was changed beside the table. Nothing before begin() and after end().
-    void note_change();
 
     // Offers what runs left behind that ended without removing it. True if the user took one.
     bool offer();
@@ -62,15 +62,9 @@ class Recovery {
     void end();
 
   private:
-    struct Content {
-        MemoryImage image;
-        std::vector<std::string> cells;
-
-        friend bool operator==(const Content&, const Content&) = default;
-    };
-
-    Content content() const { return {work_.store.MemoryImage, cells_of(work_.grid)}; }
+    void content_changed();
     void content_is_in_a_file();
+    bool is_in_a_file() const;
     void write();
     void write_snapshot();
     void choose_name();
@@ -88,8 +82,9 @@ class Recovery {
     std::function<void(const std::string&)> note_;
     std::string own_name_;  // of this run's snapshot, once there is one
     std::unique_ptr<RunLock> own_lock_;
-    std::optional<Content> safe_;  // what need not be kept: a file has it, or it is empty
-    bool failed_ = false;          // the user knows that nothing is kept
+    // Since what need not be kept: a file has it, or it is empty. None if there is no such moment.
+    std::optional<ChangesSince> changes_;
+    bool failed_ = false;  // the user knows that nothing is kept
     Connection timer_;
     std::vector<Connection> connections_;
 };

@@ -45,8 +45,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
             return colour == 0 ? QVariant() : QColor(QRgb(colour));
         }
         case Qt::BackgroundRole:
-            return grid_.marked_rows.get().contains(row) ? QVariant(marked_background())
-                                                         : QVariant();
+            return grid_.is_marked(row) ? QVariant(marked_background()) : QVariant();
         case Qt::TextAlignmentRole:
             return grid_.ColAlignment(index.column()) == kAlignLeft
                        ? QVariant(Qt::AlignLeft | Qt::AlignVCenter)

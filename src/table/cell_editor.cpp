@@ -28,8 +28,7 @@ CellEditor::CellEditor(MSFlexGrid& grid, TextBox& TxtGrid, ComboBox& CboGrid, Ce
       TxtGrid_(TxtGrid),
       CboGrid_(CboGrid),
       places_(places),
-      show_pop_up_menu_(std::move(show_pop_up_menu)),
-      text_changed_(TxtGrid.text.changed.connect([this] { TxtGrid_Change(); })) {}
+      show_pop_up_menu_(std::move(show_pop_up_menu)) {}
 
 void CellEditor::MSFlexGrid1_DblClick() {
     const int col = grid_.Col();

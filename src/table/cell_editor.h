@@ -76,7 +76,6 @@ class CellEditor {
     std::function<void()> show_pop_up_menu_;
     bool LoadingEditor_ = false;
     std::int32_t EditRow_ = 0;
-    Connection text_changed_;
 };
 
 }  // namespace memwright

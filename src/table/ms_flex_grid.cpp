@@ -32,7 +32,7 @@ void GridChange::add_cells(int from_row, int to_row, int from_col, int to_col) {
 void MSFlexGrid::set_rows(int rows) {
     if (rows == Rows()) return;
     row_heights_.resize(static_cast<std::size_t>(rows), kDesignHeight);
-    cells_.resize(row_heights_.size(), std::vector<Cell>(col_widths_.size()));
+    cells_.resize(row_heights_.size(), std::vector<GridCell>(col_widths_.size()));
     row_ = std::min(row_, std::max(rows - 1, 0));
     note_layout();
 }
@@ -47,20 +47,31 @@ void MSFlexGrid::set_cols(int cols) {
 }
 
 void MSFlexGrid::Clear() {
-    for (auto& row : cells_) std::ranges::fill(row, Cell{});
+    for (int row = 0; row < Rows(); ++row) {
+        auto& cells = cells_[static_cast<std::size_t>(row)];
+        for (int col = 0; col < Cols(); ++col) {
+            GridCell& changing = cells[static_cast<std::size_t>(col)];
+            if (changing.text.empty() && changing.colour == 0) continue;
+            cell_changing(row, col);
+            changing.text.clear();
+            changing.colour = 0;
+        }
+    }
     if (!cells_.empty()) note_cells(0, Rows() - 1, 0, Cols() - 1);
 }
 
 void MSFlexGrid::set_text(int row, int col, std::string text) {
-    Cell& changing = cell(row, col);
+    GridCell& changing = changeable(row, col);
     if (changing.text == text) return;
+    cell_changing(row, col);
     changing.text = std::move(text);
     note_cells(row, row, col, col);
 }
 
 void MSFlexGrid::set_colour(int row, int col, Colour colour) {
-    Cell& changing = cell(row, col);
+    GridCell& changing = changeable(row, col);
     if (changing.colour == colour) return;
+    cell_changing(row, col);
     changing.colour = colour;
     note_cells(row, row, col, col);
 }
@@ -87,6 +98,11 @@ void MSFlexGrid::set_col(int col) {
     if (std::exchange(col_, col) != col) current_changed();
 }
 
+bool MSFlexGrid::is_marked(int row) const {
+    const RowRange& marked = marked_rows;
+    return row > 0 && row >= marked.first && row <= marked.last;
+}
+
 void MSFlexGrid::set_redraw(bool on) {
     redraw_ = on;
     signal_if_due();
@@ -105,11 +121,11 @@ std::size_t MSFlexGrid::checked_col(int col) const {
     return checked(col, col_widths_.size(), "column");
 }
 
-const MSFlexGrid::Cell& MSFlexGrid::cell(int row, int col) const {
+const GridCell& MSFlexGrid::cell(int row, int col) const {
     return cells_[checked_row(row)][checked_col(col)];
 }
 
-MSFlexGrid::Cell& MSFlexGrid::cell(int row, int col) {
+GridCell& MSFlexGrid::changeable(int row, int col) {
     return cells_[checked_row(row)][checked_col(col)];
 }
 

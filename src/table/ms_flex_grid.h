@@ -37,8 +37,15 @@ struct RowRange {
     int first = 0;
     int last = -1;
 
-    bool contains(int row) const { return row >= first && row <= last; }
     friend bool operator==(const RowRange&, const RowRange&) = default;
+};
+
+// What a cell holds.
+struct GridCell {
+    std::string text;
+    Colour colour = 0;
+
+    friend bool operator==(const GridCell&, const GridCell&) = default;
 };
 
 class MSFlexGrid : public PlacedControl {
@@ -55,6 +62,8 @@ class MSFlexGrid : public PlacedControl {
 
     const std::string& TextMatrix(int row, int col) const { return cell(row, col).text; }
     void set_text(int row, int col, std::string text);
+
+    const GridCell& cell(int row, int col) const;
 
     // The colour of a cell's text: 0 is the user's own.
     Colour colour(int row, int col) const { return cell(row, col).colour; }
@@ -78,8 +87,10 @@ class MSFlexGrid : public PlacedControl {
     bool Redraw() const { return redraw_; }
     void set_redraw(bool on);
 
-    // Rows that are shown as selected, and their labels with them.
-    Property<RowRange> marked_rows;
+    // Rows that are shown as selected, and their labels with them. The headings, row 0, are never
+    // shown so, even if the range begins with them.
+    Property<RowRange> marked_rows{RowRange{0, 0}};
+    bool is_marked(int row) const;
 
     // What the user does with the mouse and by scrolling.
     Signal<MouseButton, MouseCell> mouse_down;
@@ -88,6 +99,7 @@ class MSFlexGrid : public PlacedControl {
     Signal<> double_clicked;
     Signal<> scrolled;
 
+    Signal<int, int> cell_changing;  // row and column of a cell, just before it changes
     Signal<const GridChange&> changed;
     Signal<> current_changed;
 
@@ -104,20 +116,14 @@ class MSFlexGrid : public PlacedControl {
     };
 
   private:
-    struct Cell {
-        std::string text;
-        Colour colour = 0;
-    };
-
     std::size_t checked_row(int row) const;
     std::size_t checked_col(int col) const;
-    const Cell& cell(int row, int col) const;
-    Cell& cell(int row, int col);
+    GridCell& changeable(int row, int col);
     void note_cells(int from_row, int to_row, int from_col, int to_col);
     void note_layout();
     void signal_if_due();
 
-    std::vector<std::vector<Cell>> cells_;  // by row
+    std::vector<std::vector<GridCell>> cells_;  // by row
     std::vector<double> row_heights_;
     std::vector<double> col_widths_;
     std::vector<int> col_alignments_;

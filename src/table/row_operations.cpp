@@ -25,15 +25,11 @@ void RowOperations::MSFlexGrid1_MouseUp(MouseButton button, MouseCell under_mous
     editor_.PickedCol = static_cast<std::int16_t>(grid_.Col());
 }
 
-void RowOperations::select(int top, int bottom) {
-    SelTop_ = static_cast<std::int16_t>(top);
-    SelBottom_ = static_cast<std::int16_t>(bottom);
-    grid_.marked_rows = RowRange{std::max(top, 1), bottom};
-}
+void RowOperations::select(int top, int bottom) { grid_.marked_rows = RowRange{top, bottom}; }
 
 void RowOperations::CutCopy() {
     RowBuffer_.clear();
-    for (int row = std::max<int>(SelTop_, 1); row <= SelBottom_; ++row) {
+    for (int row = std::max<int>(SelTop(), 1); row <= SelBottom(); ++row) {
         Record record;
         // Deliberate: the hidden columns are not copied.
         for (int col = kTag; col <= kPref; ++col)
@@ -43,7 +39,7 @@ void RowOperations::CutCopy() {
 }
 
 void RowOperations::mnuEdit_Click() {
-    const bool selected = SelTop_ != 0;
+    const bool selected = SelTop() != 0;
     for (MenuEntry* entry : {&menu_.mnuCut, &menu_.mnuCopy, &menu_.mnuPaste}) {
         entry->enabled = selected;
     }
@@ -82,22 +78,22 @@ void RowOperations::mnuPaste_Click() {
 }
 
 void RowOperations::Command1_Click() {
-    if (SelTop_ == 0) return;
+    if (SelTop() == 0) return;
     CutCopy();
-    if (SelBottom_ > grid_.Rows() - 2) return;
+    if (SelBottom() > grid_.Rows() - 2) return;
     const MSFlexGrid::Batch batch(grid_);
-    copy_visible_fields(SelBottom_ + 1, SelTop_);
-    write_buffer(SelTop_ + 1);
-    select(SelTop_ + 1, SelBottom_ + 1);
+    copy_visible_fields(SelBottom() + 1, SelTop());
+    write_buffer(SelTop() + 1);
+    select(SelTop() + 1, SelBottom() + 1);
 }
 
 void RowOperations::Command2_Click() {
     CutCopy();
-    if (SelTop_ < 2) return;
+    if (SelTop() < 2) return;
     const MSFlexGrid::Batch batch(grid_);
-    copy_visible_fields(SelTop_ - 1, SelBottom_);
-    write_buffer(SelTop_ - 1);
-    select(SelTop_ - 1, SelBottom_ - 1);
+    copy_visible_fields(SelTop() - 1, SelBottom());
+    write_buffer(SelTop() - 1);
+    select(SelTop() - 1, SelBottom() - 1);
 }
 
 void RowOperations::Command3_Click() {
@@ -105,12 +101,12 @@ void RowOperations::Command3_Click() {
     clear_rows();
     // Deliberate: the buffer takes the number of the cleared rows, and nothing of their texts. A
     // greyed row stays grey.
-    const int first = std::max<int>(SelTop_, 1);
-    RowBuffer_.resize(static_cast<std::size_t>(std::max(SelBottom_ - first + 1, 0)));
+    const int first = std::max<int>(SelTop(), 1);
+    RowBuffer_.resize(static_cast<std::size_t>(std::max(SelBottom() - first + 1, 0)));
 }
 
 void RowOperations::clear_rows() {
-    for (int row = std::max<int>(SelTop_, 1); row <= SelBottom_; ++row) {
+    for (int row = std::max<int>(SelTop(), 1); row <= SelBottom(); ++row) {
         for (int col = kTag; col < grid_.Cols(); ++col) grid_.set_text(row, col, "");
     }
 }

@@ -27,9 +27,12 @@ class RowOperations {
                   EditMenu menu)
         : grid_(grid), table_(table), editor_(editor), messages_(messages), menu_(menu) {}
 
-    // The first and last row of the selected block; SelTop is 0 while nothing is selected.
-    std::int16_t SelTop() const { return SelTop_; }
-    std::int16_t SelBottom() const { return SelBottom_; }
+    // The first and last row of the selected block, which the grid shows as marked; SelTop is 0
+    // while nothing is selected.
+    std::int16_t SelTop() const { return static_cast<std::int16_t>(grid_.marked_rows.get().first); }
+    std::int16_t SelBottom() const {
+        return static_cast<std::int16_t>(grid_.marked_rows.get().last);
+    }
 
     // A row's texts of columns 1 to 14.
     using Record = std::array<std::string, 14>;
@@ -64,8 +67,6 @@ class RowOperations {
     MessageBox& messages_;
     EditMenu menu_;
     std::vector<Record> RowBuffer_;
-    std::int16_t SelTop_ = 0;
-    std::int16_t SelBottom_ = 0;
 };
 
 }  // namespace memwright

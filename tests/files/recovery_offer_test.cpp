@@ -62,7 +62,7 @@ TEST_F(RecoveryTest, yes_gives_every_cell_the_image_and_the_file_back_as_unsaved
                 run->grid.set_text(row, col, text);
             }
         }
-        for (int i = 0; i < layout::kImageSize; ++i) run->store.MemoryImage.set(i, random.byte());
+        for (int i = 0; i < layout::kImageSize; ++i) run->store.set_byte(i, random.byte());
         machine.time.run_for(1s);
         cells = cells_of(run->grid);
         image = run->store.MemoryImage;

@@ -48,8 +48,7 @@ TEST_F(RecoveryTest, changes_that_never_stop_are_never_more_than_a_second_behind
 
 TEST_F(RecoveryTest, a_change_of_the_image_alone_is_kept_too) {
     const auto run = start();
-    run->store.MemoryImage.set(layout::kLamp, 2);
-    run->recovery.note_change();
+    run->store.set_byte(layout::kLamp, 2);
     machine.time.run_for(1s);
     EXPECT_EQ(snapshot().image.get(layout::kLamp), 2);
 }
@@ -74,6 +73,56 @@ TEST_F(RecoveryTest, a_change_that_is_taken_back_takes_the_snapshot_with_it) {
     machine.time.run_for(1s);
     EXPECT_THAT(left(), IsEmpty());
     EXPECT_THAT(machine.locks.held, IsEmpty());
+}
+
+TEST_F(RecoveryTest, a_change_of_the_image_that_is_taken_back_takes_the_snapshot_with_it) {
+    const auto run = start();
+    run->store.set_byte(layout::kLamp, 2);
+    machine.time.run_for(1s);
+    EXPECT_THAT(left(), SizeIs(1));
+    run->store.set_byte(layout::kLamp, 0);
+    machine.time.run_for(1s);
+    EXPECT_THAT(left(), IsEmpty());
+}
+
+TEST_F(RecoveryTest, what_a_command_changed_is_on_the_disk_although_it_has_not_ended) {
+    const auto run = start();
+    const EditScope command(run->edits, "Import");
+    run->type("A");
+    machine.time.run_for(1s);
+    EXPECT_EQ(snapshot().cells[0], "A");
+}
+
+TEST_F(RecoveryTest, a_command_that_saves_in_its_middle_counts_from_the_save_on) {
+    const auto run = start();
+    const std::string path = machine.folder.file("mem.120");
+    {
+        const EditScope command(run->edits, "Save");
+        run->type("A");
+        run->save_as(path);
+    }
+    machine.time.run_for(1s);
+    EXPECT_THAT(left(), IsEmpty());
+    {
+        const EditScope command(run->edits, "Save and go on");
+        run->type("B");
+        run->save_as(machine.folder.file("other.120"));
+        run->type("C");
+    }
+    machine.time.run_for(1s);
+    EXPECT_EQ(snapshot().cells[0], "C");
+    run->type("B");
+    machine.time.run_for(1s);
+    EXPECT_THAT(left(), IsEmpty()) << "as it was when it was saved";
+}
+
+TEST_F(RecoveryTest, a_cell_that_is_only_chosen_or_coloured_needs_no_snapshot) {
+    const auto run = start();
+    run->grid.set_row(5);
+    run->grid.marked_rows = RowRange{1, 3};
+    run->grid.set_colour(1, kTag, 0xC0C0C0);
+    machine.time.run_for(1s);
+    EXPECT_THAT(left(), IsEmpty());
 }
 
 TEST_F(RecoveryTest, saving_removes_the_snapshot_and_the_next_change_makes_one) {
@@ -149,7 +198,7 @@ TEST_F(RecoveryTest, a_clean_exit_removes_the_snapshot_and_the_next_start_asks_n
     run->recovery.end();
     EXPECT_THAT(left(), IsEmpty());
     run->type("C");
-    run->recovery.note_change();
+    run->store.set_byte(layout::kLamp, 2);
     machine.time.run_for(5s);
     EXPECT_THAT(left(), IsEmpty()) << "nothing is kept after the end";
     run.reset();

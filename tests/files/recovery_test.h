@@ -73,6 +73,7 @@ class ProgramRun {
     MSFlexGrid grid{"MSFlexGrid1"};
     MenuEntry mnuSaveOnly{"mnuSaveOnly", "&Save"};
     ChannelTable table{store, grid, mnuSaveOnly};
+    EditRecorder edits{grid, store};
     fakes::RecordingInterface window;
     FormCaption caption{.title = "Memwright", .caption = Property<std::string>("Memwright")};
     fakes::ScriptedMessageBox messages;
@@ -81,7 +82,7 @@ class ProgramRun {
                            window, caption, {messages, dialogs, machine_.files}};
     std::vector<std::string> notes;
     Recovery recovery{
-        {store, table, grid, image_files, window},
+        {store, table, grid, edits, image_files, window},
         {machine_.files, locks_, machine_.time, machine_.time, messages, machine_.state},
         [this](const std::string& text) { notes.push_back(text); }};
 };

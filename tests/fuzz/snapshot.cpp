@@ -34,7 +34,7 @@ Bytes with_its_sum(Bytes bytes) {
 Bytes good_one() {
     fakes::MemoryFiles files;
     Bench bench(files);
-    bench.store.MemoryImage = radio::demonstration_memory();
+    bench.store.set_image(radio::demonstration_memory());
     bench.table.ParseVR120Data();
     Bytes bytes = bytes_of(
         {"/home/user/old.120", "21.11.26 12:34", bench.store.MemoryImage, cells_of(bench.grid)});
@@ -83,7 +83,8 @@ class OfferBench : public Bench {
     fakes::HeldLocks locks;
     fakes::VirtualTime time;
     std::vector<std::string> notes;
-    Recovery recovery{{store, table, grid, image_files, form},
+    EditRecorder edits{grid, store};
+    Recovery recovery{{store, table, grid, edits, image_files, form},
                       {files, locks, time, time, messages, kFolder},
                       [this](const std::string& text) { notes.push_back(text); }};
 };

@@ -131,6 +131,7 @@ class EditingTest : public TableTest {
     int pop_ups = 0;
     CellEditor editor{grid, TxtGrid, CboGrid, places, [this] { ++pop_ups; }};
     RowOperations rows{grid, table, editor, messages, {mnuCut, mnuCopy, mnuPaste}};
+    Connection typing = TxtGrid.text.changed.connect([this] { editor.TxtGrid_Change(); });
 };
 
 // Counts a grid's signals while it lives.

@@ -40,11 +40,14 @@ TEST_F(GridTest, starts_with_empty_cells_in_the_users_own_colour) {
     EXPECT_EQ(grid.RowHeight(9), 240);
 }
 
-TEST(RowRanges, hold_their_first_and_their_last_row_and_none_beside_them) {
-    const RowRange range{3, 5};
-    for (int row = 0; row < 8; ++row) EXPECT_EQ(range.contains(row), row >= 3 && row <= 5) << row;
-    EXPECT_TRUE((RowRange{3, 3}).contains(3));
-    for (int row = -1; row < 3; ++row) EXPECT_FALSE(RowRange{}.contains(row)) << "none at first";
+TEST_F(GridTest, marks_rows_from_the_first_to_the_last_and_never_the_headings) {
+    for (int row = 0; row < 8; ++row) EXPECT_FALSE(grid.is_marked(row)) << "none at first";
+    grid.marked_rows = RowRange{3, 5};
+    for (int row = 0; row < 8; ++row) EXPECT_EQ(grid.is_marked(row), row >= 3 && row <= 5) << row;
+    grid.marked_rows = RowRange{0, 1};
+    for (int row = 0; row < 8; ++row) EXPECT_EQ(grid.is_marked(row), row == 1) << row;
+    grid.marked_rows = RowRange{};
+    for (int row = 0; row < 8; ++row) EXPECT_FALSE(grid.is_marked(row)) << row;
 }
 
 TEST_F(GridTest, a_text_or_a_colour_signals_its_cell) {

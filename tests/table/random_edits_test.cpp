@@ -186,7 +186,7 @@ class RandomEdits : public EditingTest {
         const int bottom = rows.SelBottom();
         ASSERT_TRUE(0 <= top && top <= bottom && bottom <= kLastRow) << top << " to " << bottom;
         for (const int row : {0, 1, top - 1, top, bottom, bottom + 1, kLastRow}) {
-            ASSERT_EQ(grid.marked_rows.get().contains(row), row > 0 && row >= top && row <= bottom);
+            ASSERT_EQ(grid.is_marked(row), row > 0 && row >= top && row <= bottom);
         }
         ASSERT_LE(rows.RowBuffer().size(), 640U);
         for (const auto& record : rows.RowBuffer()) {
