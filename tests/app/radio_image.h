@@ -19,9 +19,7 @@ class RadioImage {
     const MemoryImage& image() const { return store_.MemoryImage; }
 
     int byte(int offset) const { return store_.MemoryImage.get(offset); }
-    void put(int offset, int value) {
-        store_.set_byte(offset, static_cast<std::uint8_t>(value));
-    }
+    void put(int offset, int value) { store_.set_byte(offset, static_cast<std::uint8_t>(value)); }
     void put(int offset, std::initializer_list<int> values) {
         for (const int value : values) put(offset++, value);
     }
