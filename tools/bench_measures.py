@@ -300,8 +300,14 @@ def builds(around):
     return table.end()
 
 
-PARTS = {"operations": operations, "window": window, "transfers": transfers,
-         "command-line": command_line, "builds": builds}
+def instructions(_):
+    print("\n## Instructions of the core's operations, now and recorded\n", flush=True)
+    counted = subprocess.run([ROOT / "tools" / "instruction-counts"], check=False)
+    return ["instructions"] if counted.returncode != 0 else []
+
+
+PARTS = {"operations": operations, "instructions": instructions, "window": window,
+         "transfers": transfers, "command-line": command_line, "builds": builds}
 
 
 def main():
