@@ -34,13 +34,13 @@ function(memwright_module name source)
 endfunction()
 
 # memwright_test(<name> SOURCES <file>... [USES <library>...] [HEADERS <header>...]
-#                [PROPERTIES <ctest property>...])
+#                [PROPERTIES <ctest property>...] [PSEUDO_TERMINALS <suite>...])
 # adds a GoogleTest program and hands each of its cases to CTest. HEADERS are compiled once, with
 # GoogleTest's own: worth it for a program of many sources. Cases count as two processors; those
 # that mostly wait say PROCESSORS 1, so that more of them wait side by side, and COST, so that they
-# begin early.
+# begin early. The cases of the suites that open PSEUDO_TERMINALS get that label (see ./test).
 function(memwright_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;HEADERS;PROPERTIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;HEADERS;PROPERTIES;PSEUDO_TERMINALS")
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE ${arg_USES} memwright_test_flags)
@@ -49,6 +49,15 @@ function(memwright_test name)
   else()
     target_precompile_headers(${name} REUSE_FROM memwright_test_headers)
   endif()
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
-                       PROPERTIES TIMEOUT 300 PROCESSORS 2 ${arg_PROPERTIES})
+  set(discovery DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST)
+  set(properties TIMEOUT 300 PROCESSORS 2 ${arg_PROPERTIES})
+  if(NOT arg_PSEUDO_TERMINALS)
+    gtest_discover_tests(${name} ${discovery} PROPERTIES ${properties})
+    return()
+  endif()
+  list(TRANSFORM arg_PSEUDO_TERMINALS REPLACE "(.+)" "\\1.*:*/\\1.*")
+  list(JOIN arg_PSEUDO_TERMINALS ":" suites)
+  gtest_discover_tests(${name} ${discovery} TEST_FILTER "-${suites}" PROPERTIES ${properties})
+  gtest_discover_tests(${name} ${discovery} TEST_FILTER "${suites}" TEST_LIST ${name}_on_terminals
+                       PROPERTIES ${properties} LABELS pseudo_terminal)
 endfunction()
