@@ -13,6 +13,10 @@ set(MEMWRIGHT_MODULES "memwright/modules")
 add_library(memwright_flags INTERFACE)
 target_compile_features(memwright_flags INTERFACE cxx_std_20)
 target_include_directories(memwright_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
+if(WIN32)
+  # Of the system's macros, those for min, max and OpenPrinter would take our names.
+  target_compile_definitions(memwright_flags INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
 
 # memwright_library(<folder> SOURCES <file>... [USES <library>...])
 # adds the calling folder as the static library memwright_<folder>.

@@ -5,11 +5,7 @@
 #else
 #include <dlfcn.h>
 #endif
-#ifdef __APPLE__
-#include <mach-o/dyld.h>
-#endif
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -45,15 +41,7 @@ std::string cause(const fs::path& path) {
 
 fs::path program_path() {
     std::error_code error;
-#ifdef __APPLE__
-    std::uint32_t size = 0;
-    _NSGetExecutablePath(nullptr, &size);
-    std::string path(size, '\0');
-    _NSGetExecutablePath(path.data(), &size);
-    return fs::canonical(path.c_str(), error);
-#else
     return fs::read_symlink("/proc/self/exe", error);
-#endif
 }
 
 void* load(const fs::path& path) { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); }

@@ -14,35 +14,32 @@ fs::path from_environment(const char* name) {
     return value == nullptr ? fs::path() : native::path_of(value);
 }
 
-// The folder that a variable names, else one below the home folder.
-[[maybe_unused]] fs::path folder(const char* variable, const char* below_home) {
-    const fs::path named = from_environment(variable);
-    if (named.is_absolute()) return named;
-    const fs::path home = from_environment("HOME");
-    return home.empty() ? fs::path() : home / below_home;
-}
-
 std::string ours(const fs::path& folder, const char* name) {
     return folder.empty() ? std::string() : native::name_of(folder / name);
 }
 
 }  // namespace
 
-#if defined(_WIN32)
+#ifdef _WIN32
 
 UserFolders native_user_folders() {
     const fs::path local = from_environment("LOCALAPPDATA");
     return {ours(local, "Memwright\\State"), ours(local, "Memwright")};
 }
 
-#elif defined(__APPLE__)
+#else
 
-UserFolders native_user_folders() {
-    const fs::path support = folder("XDG_DATA_HOME", "Library/Application Support");
-    return {ours(support, "Memwright/State"), ours(support, "Memwright")};
+namespace {
+
+// The folder that a variable names, else one below the home folder.
+fs::path folder(const char* variable, const char* below_home) {
+    const fs::path named = from_environment(variable);
+    if (named.is_absolute()) return named;
+    const fs::path home = from_environment("HOME");
+    return home.empty() ? fs::path() : home / below_home;
 }
 
-#else
+}  // namespace
 
 UserFolders native_user_folders() {
     return {ours(folder("XDG_STATE_HOME", ".local/state"), "memwright"),
