@@ -15,9 +15,9 @@ using Kind = Difference::Kind;
 
 class Comparison {
   public:
-    using Bytes = std::span<const std::uint8_t>;
+    using View = std::span<const std::uint8_t>;
 
-    Comparison(Bytes a, Bytes b)
+    Comparison(View a, View b)
         : all_of_a_(a), all_of_b_(b), a_(MemoryImage(a)), b_(MemoryImage(b)) {}
 
     std::vector<Difference> run() {
@@ -135,12 +135,12 @@ class Comparison {
 
     // Bits that nothing above speaks of, and what the files hold behind the image.
     void compare_rest() {
-        const Bytes a = all_of_a_, b = all_of_b_;
+        const View a = all_of_a_, b = all_of_b_;
         for (std::size_t i = 0; i < std::max(a.size(), b.size()); ++i) {
             const std::uint8_t told = i < told_.size() ? told_[i] : std::uint8_t{0};
             const bool both = i < a.size() && i < b.size();
             if (both && ((a[i] ^ b[i]) & ~told) == 0) continue;
-            const auto text = [i](Bytes bytes) {
+            const auto text = [i](View bytes) {
                 return i < bytes.size() ? lHex(bytes[i]) : std::string("none");
             };
             Difference difference{Kind::byte, static_cast<int>(i), "byte " + std::to_string(i), {}};
@@ -160,7 +160,7 @@ class Comparison {
         if (a != b) difference.fields.push_back({name, a, b});
     }
 
-    Bytes all_of_a_, all_of_b_;  // with what follows the image
+    View all_of_a_, all_of_b_;  // with what follows the image
     ImageCodec a_, b_;
     std::vector<Difference> found_;
     std::array<std::uint8_t, layout::kImageSize> told_{};  // bits that were compared by their texts

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/bytes.h"
 #include "files/image_files.h"
 #include "link/serial_link.h"
 
@@ -40,7 +41,7 @@ class CloneRead {
     const std::vector<int>& doubtful_blocks() const { return doubtful_blocks_; }
 
   private:
-    using Response = std::vector<std::uint8_t>;
+    using Response = Bytes;
 
     void exchange();
     void exchange_closing_frame();

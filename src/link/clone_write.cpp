@@ -59,8 +59,8 @@ void CloneWrite::exchange() {
     window_.EnableGui();
 }
 
-std::vector<std::uint8_t> CloneWrite::block(int number) const {
-    std::vector<std::uint8_t> bytes(kBlockHeader.begin(), kBlockHeader.end());
+Bytes CloneWrite::block(int number) const {
+    Bytes bytes(kBlockHeader.begin(), kBlockHeader.end());
     bytes.push_back(static_cast<std::uint8_t>(number));
     for (int i = 0; i < layout::kBlockSize; ++i) {
         bytes.push_back(number < layout::kImageBlocks

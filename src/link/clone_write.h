@@ -3,9 +3,7 @@
 // Clone write: sends the memory image to the radio in 240 blocks, paced by pauses. Deliberate:
 // nothing that comes back is looked at, and Cancel in the instructions starts the write like OK.
 
-#include <cstdint>
-#include <vector>
-
+#include "base/bytes.h"
 #include "files/user_interface.h"
 #include "link/serial_link.h"
 #include "table/channel_table.h"
@@ -14,8 +12,8 @@ namespace memwright {
 
 class CloneWrite {
   public:
-    CloneWrite(SerialLink& link, const ImageCodec& store, ChannelTable& table, UserInterface& window,
-               MessageBox& messages)
+    CloneWrite(SerialLink& link, const ImageCodec& store, ChannelTable& table,
+               UserInterface& window, MessageBox& messages)
         : link_(link), store_(store), table_(table), window_(window), messages_(messages) {}
 
     void mnuWrite_Click();
@@ -27,7 +25,7 @@ class CloneWrite {
 
   private:
     void exchange();
-    std::vector<std::uint8_t> block(int number) const;
+    Bytes block(int number) const;
 
     SerialLink& link_;
     const ImageCodec& store_;

@@ -41,20 +41,20 @@ int transfer_port(SettingsStore& settings) {
 }
 
 void SerialLink::InitPort() {
-    MSComm1_.CommPort(transfer_port(settings_));
-    MSComm1_.Settings("9600,E,8,1");
-    MSComm1_.DTREnable(true);
-    MSComm1_.EOFEnable(false);
-    MSComm1_.Handshaking(0);
-    MSComm1_.InBufferSize(kBufferSize);
-    MSComm1_.InputLen(0);
-    MSComm1_.InputMode(kBinary);
-    MSComm1_.NullDiscard(false);
-    MSComm1_.OutBufferSize(kBufferSize);
-    MSComm1_.ParityReplace("");
-    MSComm1_.RThreshold(kReceiveThreshold);
-    MSComm1_.RTSEnable(true);
-    MSComm1_.SThreshold(0);
+    MSComm1_.set_properties({.CommPort = transfer_port(settings_),
+                             .Settings = "9600,E,8,1",
+                             .DTREnable = true,
+                             .EOFEnable = false,
+                             .Handshaking = 0,
+                             .InBufferSize = kBufferSize,
+                             .InputLen = 0,
+                             .InputMode = kBinary,
+                             .NullDiscard = false,
+                             .OutBufferSize = kBufferSize,
+                             .ParityReplace = "",
+                             .RThreshold = kReceiveThreshold,
+                             .RTSEnable = true,
+                             .SThreshold = 0});
 }
 
 void SerialLink::pause(double sec) {

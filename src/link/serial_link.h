@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 
+#include "base/bytes.h"
 #include "controls/controls.h"
 #include "link/output_watch.h"
 #include "link/transfer_control.h"
@@ -51,7 +52,7 @@ class SerialLink {
     // Waits until all bytes have left. PortError if they do not.
     void finish_sending();
 
-    std::vector<std::uint8_t> take() { return MSComm1_.Input(); }
+    Bytes take() { return MSComm1_.Input(); }
     void open();
     void close() { MSComm1_.PortOpen(false); }
 

@@ -4,8 +4,8 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <vector>
 
+#include "base/bytes.h"
 #include "native/descriptor.h"
 #include "native/failures.h"
 #include "native/replacement.h"
@@ -35,7 +35,7 @@ class Replacement {
     }
 
     // The bytes of the old file from there on.
-    std::vector<std::uint8_t> rest_of_old(std::uint64_t first) const;
+    Bytes rest_of_old(std::uint64_t first) const;
 
     void begin();
     void write(std::span<const std::uint8_t> bytes) {
@@ -92,11 +92,11 @@ void Replacement::open_old() {
     demand_regular(old_facts_);
 }
 
-std::vector<std::uint8_t> Replacement::rest_of_old(std::uint64_t first) const {
+Bytes Replacement::rest_of_old(std::uint64_t first) const {
     const auto size = static_cast<std::uint64_t>(old_facts_.st_size);
     if (!old_.is_open() || size <= first) return {};
     if (!old_is_readable_) fail("open", shown_name_, words_for(EACCES), kReadingRemedy);
-    std::vector<std::uint8_t> rest(size - first);
+    Bytes rest(size - first);
     const std::int64_t count = read_from(old_, first, rest);
     if (count < 0) fail("read", shown_name_, last_cause(), kReadingRemedy);
     rest.resize(static_cast<std::size_t>(count));
@@ -169,7 +169,7 @@ void Replacement::rename_new() {
 void replace_target(const std::string& shown_name, const fs::path& target,
                     std::span<const std::uint8_t> bytes, NewContent content) {
     Replacement replacement(shown_name, target);
-    std::vector<std::uint8_t> rest;
+    Bytes rest;
     if (content == NewContent::start) rest = replacement.rest_of_old(bytes.size());
     replacement.begin();
     replacement.write(bytes);

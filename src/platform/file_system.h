@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-namespace memwright {
+#include "base/bytes.h"
 
-using Bytes = std::vector<std::uint8_t>;
+namespace memwright {
 
 // A regular file that is read from its start to its end.
 class InputFile {

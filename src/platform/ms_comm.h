@@ -7,28 +7,34 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <vector>
+
+#include "base/bytes.h"
 
 namespace memwright {
+
+// What a port is opened with.
+struct PortProperties {
+    int CommPort = 1;  // 1 is COM 1
+    std::string Settings = "9600,N,8,1";
+    bool DTREnable = true;
+    bool EOFEnable = false;
+    int Handshaking = 0;  // 0 none, 1 XON/XOFF, 2 RTS/CTS
+    int InBufferSize = 0;
+    int InputLen = 0;   // 0: Input takes everything waiting
+    int InputMode = 1;  // 1: bytes
+    bool NullDiscard = false;
+    int OutBufferSize = 0;
+    std::string ParityReplace = {};  // "": bytes are kept as received
+    int RThreshold = 0;
+    bool RTSEnable = true;
+    int SThreshold = 0;
+};
 
 class MSComm {
   public:
     virtual ~MSComm() = default;
 
-    virtual void CommPort(int number) = 0;               // 1 is COM 1
-    virtual void Settings(const std::string& text) = 0;  // "9600,E,8,1"
-    virtual void DTREnable(bool on) = 0;
-    virtual void EOFEnable(bool on) = 0;
-    virtual void Handshaking(int kind) = 0;  // 0 is none
-    virtual void InBufferSize(int bytes) = 0;
-    virtual void InputLen(int bytes) = 0;  // 0: Input takes everything waiting
-    virtual void InputMode(int mode) = 0;  // 1: bytes
-    virtual void NullDiscard(bool on) = 0;
-    virtual void OutBufferSize(int bytes) = 0;
-    virtual void ParityReplace(const std::string& text) = 0;  // "": bytes are kept as received
-    virtual void RThreshold(int bytes) = 0;
-    virtual void RTSEnable(bool on) = 0;
-    virtual void SThreshold(int bytes) = 0;
+    virtual void set_properties(const PortProperties& properties) = 0;
 
     // Closing never fails: it gives the bytes on their way a moment to leave, and drops those that
     // a line does not take.
@@ -40,7 +46,7 @@ class MSComm {
     // speed allows.
     virtual int unsent_bytes() = 0;
     virtual int InBufferCount() = 0;
-    virtual std::vector<std::uint8_t> Input() = 0;  // all bytes waiting, the oldest first
+    virtual Bytes Input() = 0;  // all bytes waiting, the oldest first
 };
 
 }  // namespace memwright

@@ -46,20 +46,9 @@ class LoadedPort final : public MSComm {
     LoadedPort(LoadedDesk& desk, std::function<std::string(int)> device_of)
         : desk_(desk), device_of_(std::move(device_of)) {}
 
-    void CommPort(int number) override { port().CommPort(number); }
-    void Settings(const std::string& text) override { port().Settings(text); }
-    void DTREnable(bool on) override { port().DTREnable(on); }
-    void EOFEnable(bool on) override { port().EOFEnable(on); }
-    void Handshaking(int kind) override { port().Handshaking(kind); }
-    void InBufferSize(int bytes) override { port().InBufferSize(bytes); }
-    void InputLen(int bytes) override { port().InputLen(bytes); }
-    void InputMode(int mode) override { port().InputMode(mode); }
-    void NullDiscard(bool on) override { port().NullDiscard(on); }
-    void OutBufferSize(int bytes) override { port().OutBufferSize(bytes); }
-    void ParityReplace(const std::string& text) override { port().ParityReplace(text); }
-    void RThreshold(int bytes) override { port().RThreshold(bytes); }
-    void RTSEnable(bool on) override { port().RTSEnable(on); }
-    void SThreshold(int bytes) override { port().SThreshold(bytes); }
+    void set_properties(const PortProperties& properties) override {
+        port().set_properties(properties);
+    }
 
     void PortOpen(bool open) override {
         if (open || port_) port().PortOpen(open);
@@ -69,7 +58,7 @@ class LoadedPort final : public MSComm {
     void Output(std::span<const std::uint8_t> bytes) override { port().Output(bytes); }
     int unsent_bytes() override { return port().unsent_bytes(); }
     int InBufferCount() override { return port().InBufferCount(); }
-    std::vector<std::uint8_t> Input() override { return port().Input(); }
+    Bytes Input() override { return port().Input(); }
 
   private:
     MSComm& port() {

@@ -10,13 +10,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
 
+#include "base/bytes.h"
 #include "image/memory_image.h"
 
 namespace memwright::radio {
-
-using Bytes = std::vector<std::uint8_t>;
 
 // Where a frame stands in a transfer: block 0 to 239, or one of these.
 inline constexpr int kOpening = -1;

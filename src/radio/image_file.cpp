@@ -30,7 +30,7 @@ MemoryImage load_image(const std::string& path) {
     NativeFileSystem files;
     // Reading a file that is missing would create it.
     if (!files.exists(path)) throw FileError("Cannot open " + path + ": there is no such file.");
-    memwright::Bytes bytes;
+    Bytes bytes;
     files.read(path, layout::kImageSize, bytes);
     if (bytes.size() < layout::kImageSize) {
         throw FileError(path + " is no image: it has " + std::to_string(bytes.size()) +

@@ -244,8 +244,8 @@ bool PseudoTerminal::is_open() const {
     return poll(&end, 1, 0) >= 0 && (end.revents & POLLHUP) == 0;
 }
 
-std::vector<std::uint8_t> PseudoTerminal::read_all() {
-    std::vector<std::uint8_t> bytes;
+Bytes PseudoTerminal::read_all() {
+    Bytes bytes;
     std::array<std::uint8_t, 4096> part{};
     for (;;) {
         const auto length = read(master_, part.data(), part.size());

@@ -8,7 +8,8 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <vector>
+
+#include "base/bytes.h"
 
 namespace memwright::radio {
 
@@ -35,10 +36,10 @@ class PseudoTerminal {
 
     // What the computer did, in this order.
     struct Activity {
-        std::vector<std::uint8_t> bytes_before;
+        Bytes bytes_before;
         bool closed = false;
         bool opened = false;
-        std::vector<std::uint8_t> bytes_after;
+        Bytes bytes_after;
     };
 
     // Waits until the computer does something, `until` has come, or a signal asks to stop.
@@ -73,7 +74,7 @@ class PseudoTerminal {
     Seen ask_watch();
     Activity look();
     bool is_open() const;
-    std::vector<std::uint8_t> read_all();
+    Bytes read_all();
     void discard_unread();
 
     std::string path_;

@@ -58,7 +58,7 @@ void SimulatedRadio::receive(std::span<const std::uint8_t> bytes, Time now) {
     advance(now);
 }
 
-std::vector<std::uint8_t> SimulatedRadio::transmit(Time now) {
+Bytes SimulatedRadio::transmit(Time now) {
     advance(now);
     return std::exchange(arrived_, {});
 }

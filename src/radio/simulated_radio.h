@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "base/bytes.h"
 #include "image/memory_image.h"
 #include "radio/faults.h"
 #include "radio/reception.h"
@@ -45,7 +46,7 @@ class SimulatedRadio {
     void receive(std::span<const std::uint8_t> bytes, Time now);
 
     // The bytes that have reached the computer since the last call, echoes included.
-    std::vector<std::uint8_t> transmit(Time now);
+    Bytes transmit(Time now);
 
     // When something happens next if the computer does nothing: call transmit() then.
     std::optional<Time> next_event() const;

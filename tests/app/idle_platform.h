@@ -12,20 +12,20 @@
 
 #include "app/dialog_views.h"
 #include "base/error.h"
-#include "fakes/port_without_settings.h"
+#include "platform/ms_comm.h"
 #include "platform/serial_devices.h"
 #include "platform/time.h"
 
 namespace memwright::fakes {
 
-class SilentPort final : public PortWithoutSettings {
+class SilentPort final : public MSComm {
   public:
     int number = 0;
     bool is_open = false;
     std::string open_error;  // if it is not empty, opening fails with it
     int opened = 0;
 
-    void CommPort(int its_number) override { number = its_number; }
+    void set_properties(const PortProperties& properties) override { number = properties.CommPort; }
     void PortOpen(bool open) override {
         if (open && !open_error.empty()) throw PortError(open_error);
         is_open = open;

@@ -59,22 +59,22 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
     // Puts another radio at the end of the cable.
     void plug(radio::SimulatedRadio& radio) { radio_ = &radio; }
 
-    void CommPort(int number) override { set("CommPort", std::to_string(number)); }
-    void Settings(const std::string& text) override { set("Settings", "\"" + text + "\""); }
-    void DTREnable(bool on) override { set("DTREnable", text_of(on)); }
-    void EOFEnable(bool on) override { set("EOFEnable", text_of(on)); }
-    void Handshaking(int kind) override { set("Handshaking", std::to_string(kind)); }
-    void InBufferSize(int bytes) override { set("InBufferSize", std::to_string(bytes)); }
-    void InputLen(int bytes) override { set("InputLen", std::to_string(bytes)); }
-    void InputMode(int mode) override { set("InputMode", std::to_string(mode)); }
-    void NullDiscard(bool on) override { set("NullDiscard", text_of(on)); }
-    void OutBufferSize(int bytes) override { set("OutBufferSize", std::to_string(bytes)); }
-    void ParityReplace(const std::string& text) override {
-        set("ParityReplace", "\"" + text + "\"");
+    void set_properties(const PortProperties& properties) override {
+        set("CommPort", std::to_string(properties.CommPort));
+        set("Settings", quoted(properties.Settings));
+        set("DTREnable", text_of(properties.DTREnable));
+        set("EOFEnable", text_of(properties.EOFEnable));
+        set("Handshaking", std::to_string(properties.Handshaking));
+        set("InBufferSize", std::to_string(properties.InBufferSize));
+        set("InputLen", std::to_string(properties.InputLen));
+        set("InputMode", std::to_string(properties.InputMode));
+        set("NullDiscard", text_of(properties.NullDiscard));
+        set("OutBufferSize", std::to_string(properties.OutBufferSize));
+        set("ParityReplace", quoted(properties.ParityReplace));
+        set("RThreshold", std::to_string(properties.RThreshold));
+        set("RTSEnable", text_of(properties.RTSEnable));
+        set("SThreshold", std::to_string(properties.SThreshold));
     }
-    void RThreshold(int bytes) override { set("RThreshold", std::to_string(bytes)); }
-    void RTSEnable(bool on) override { set("RTSEnable", text_of(on)); }
-    void SThreshold(int bytes) override { set("SThreshold", std::to_string(bytes)); }
 
     void PortOpen(bool open) override {
         set("PortOpen", text_of(open));
@@ -148,6 +148,7 @@ class SimulatedPort final : public MSComm, public VirtualTime::Source {
     }
 
     static std::string text_of(bool on) { return on ? "True" : "False"; }
+    static std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
     void tell(const std::string& what) const {
         if (told) told(what);

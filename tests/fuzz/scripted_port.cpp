@@ -77,7 +77,7 @@ void ScriptedPort::step() {
     constexpr unsigned kKinds = 8;
     const unsigned first = next();
     const unsigned number = first / kKinds;
-    static const std::vector<radio::Bytes> kFrames = {
+    static const std::vector<Bytes> kFrames = {
         {radio::kOpeningFrame.begin(), radio::kOpeningFrame.end()},
         {radio::kClosingFrame.begin(), radio::kClosingFrame.end()},
         {radio::kShortFrame.begin(), radio::kShortFrame.end()},
@@ -122,7 +122,7 @@ void ScriptedPort::arrive(std::span<const std::uint8_t> bytes) {
 
 void ScriptedPort::block_arrives(int number, unsigned faults) {
     static const MemoryImage kMemory = memory_of_radio();
-    radio::Bytes frame = radio::block_frame(kMemory, number);
+    Bytes frame = radio::block_frame(kMemory, number);
     if ((faults & 1U) != 0) frame.back() ^= 1U;
     if ((faults & 2U) != 0) frame.pop_back();
     if ((faults & 4U) != 0) frame.push_back(next());

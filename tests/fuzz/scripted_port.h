@@ -23,13 +23,13 @@
 #include <vector>
 
 #include "base/error.h"
-#include "fakes/port_without_settings.h"
 #include "fakes/virtual_time.h"
 #include "fuzz/target.h"
+#include "platform/ms_comm.h"
 
 namespace memwright::fuzz {
 
-class ScriptedPort final : public fakes::PortWithoutSettings, public fakes::VirtualTime::Source {
+class ScriptedPort final : public MSComm, public fakes::VirtualTime::Source {
   public:
     using Time = fakes::VirtualTime::Time;
 
@@ -42,6 +42,7 @@ class ScriptedPort final : public fakes::PortWithoutSettings, public fakes::Virt
     std::function<void()> button_pressed;
     std::function<void()> silent;  // from now on nothing happens
 
+    void set_properties(const PortProperties& /*properties*/) override {}
     void PortOpen(bool open) override;
     bool PortOpen() const override { return open_; }
     void Output(std::span<const std::uint8_t> bytes) override;

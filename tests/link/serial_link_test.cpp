@@ -26,7 +26,7 @@ class SerialLinkTest : public testing::Test {
     CloneBench bench{sending()};
 };
 
-TEST_F(SerialLinkTest, InitPort_sets_fourteen_properties_in_order_and_opens_nothing) {
+TEST_F(SerialLinkTest, InitPort_sets_fourteen_properties_and_opens_nothing) {
     bench.link.InitPort();
     EXPECT_THAT(bench.journal,
                 ElementsAre("CommPort = 1", "Settings = \"9600,E,8,1\"", "DTREnable = True",

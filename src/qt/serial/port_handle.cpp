@@ -25,7 +25,7 @@ bool is_hung_up(Handle /*handle*/) { return false; }
 // Every error that QSerialPort reports counts.
 bool is_alive(Handle /*handle*/) { return false; }
 int waiting(Handle /*handle*/) { return 0; }
-void take(Handle /*handle*/, int /*at_most*/, std::vector<std::uint8_t>& /*bytes*/) {}
+void take(Handle /*handle*/, int /*at_most*/, Bytes& /*bytes*/) {}
 void discard_input(Handle /*handle*/) {}
 void discard_output(Handle /*handle*/) {}
 void send(QSerialPort& port) { port.flush(); }
@@ -104,7 +104,7 @@ bool is_alive(Handle handle) {
 
 int waiting(Handle handle) { return queue_length(handle, FIONREAD); }
 
-void take(Handle handle, int at_most, std::vector<std::uint8_t>& bytes) {
+void take(Handle handle, int at_most, Bytes& bytes) {
     while (at_most > 0) {
         const int length = std::min(waiting(handle), at_most);
         if (length <= 0) return;

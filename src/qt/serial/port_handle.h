@@ -4,11 +4,10 @@
 // system has no such question (Windows) the answers say that QSerialPort's own are good enough.
 
 #include <QSerialPort>
-#include <cstdint>
 #include <string>
 #include <utility>
-#include <vector>
 
+#include "base/bytes.h"
 #include "qt/serial/line_settings.h"
 
 namespace memwright::port_handle {
@@ -28,7 +27,7 @@ bool is_alive(Handle handle);
 int waiting(Handle handle);
 
 // Appends up to `at_most` of them.
-void take(Handle handle, int at_most, std::vector<std::uint8_t>& bytes);
+void take(Handle handle, int at_most, Bytes& bytes);
 
 void discard_input(Handle handle);
 void discard_output(Handle handle);

@@ -16,39 +16,39 @@ QSerialPort::FlowControl flow_control_of(int handshaking) {
 }
 
 std::string refused_line(QSerialPort& port, const PortProperties& properties) {
-    const LineSettings line = parse_line_settings(properties.settings);
+    const LineSettings line = parse_line_settings(properties.Settings);
     if (!port.setParity(line.parity)) return "parity";
     if (!port.setDataBits(line.data_bits)) return "number of data bits";
     if (!port.setStopBits(line.stop_bits)) return "number of stop bits";
     // A driver may drop what it cannot do without a word.
     std::string dropped = port_handle::refused_setting(port.handle(), line);
     if (!dropped.empty()) return dropped;
-    if (!port.setDataTerminalReady(properties.dtr_enable)) return "modem line DTR";
+    if (!port.setDataTerminalReady(properties.DTREnable)) return "modem line DTR";
     // With RTS/CTS the line is the driver's own.
-    if (properties.handshaking == kRtsCts) return {};
-    return port.setRequestToSend(properties.rts_enable) ? std::string() : "modem line RTS";
+    if (properties.Handshaking == kRtsCts) return {};
+    return port.setRequestToSend(properties.RTSEnable) ? std::string() : "modem line RTS";
 }
 
 }  // namespace
 
 std::string impossible_property(const PortProperties& properties) {
-    if (properties.handshaking < 0 || properties.handshaking > kRtsCts) return "this handshaking";
-    if (properties.eof_enable) return "an end-of-file character";
-    if (properties.input_mode != 1) return "input as text";
-    if (properties.null_discard) return "discarding zero bytes";
-    if (!properties.parity_replace.empty()) return "replacing bytes with parity errors";
+    if (properties.Handshaking < 0 || properties.Handshaking > kRtsCts) return "this handshaking";
+    if (properties.EOFEnable) return "an end-of-file character";
+    if (properties.InputMode != 1) return "input as text";
+    if (properties.NullDiscard) return "discarding zero bytes";
+    if (!properties.ParityReplace.empty()) return "replacing bytes with parity errors";
     return {};
 }
 
 std::string set_up_port(QSerialPort& port, const PortProperties& properties, bool may_lack_lines) {
     // What arrives while nobody takes it stays with the system once this is full.
-    port.setReadBufferSize(properties.in_buffer_size);
-    if (!port.setBaudRate(parse_line_settings(properties.settings).baud)) return "baud rate";
-    if (!port.setFlowControl(flow_control_of(properties.handshaking))) return "handshaking";
+    port.setReadBufferSize(properties.InBufferSize);
+    if (!port.setBaudRate(parse_line_settings(properties.Settings).baud)) return "baud rate";
+    if (!port.setFlowControl(flow_control_of(properties.Handshaking))) return "handshaking";
     std::string refused = refused_line(port, properties);
     if (!refused.empty() && !may_lack_lines) return refused;
     // Last, because the others set the same flags.
-    if (!port_handle::set_reception(port.handle(), properties.r_threshold)) return "reception";
+    if (!port_handle::set_reception(port.handle(), properties.RThreshold)) return "reception";
     return {};
 }
 

@@ -1,28 +1,13 @@
 #pragma once
 
-// The fourteen properties that a port is opened with, and how they are brought to a QSerialPort.
+// How the properties that a port is opened with are brought to a QSerialPort.
 
 #include <QSerialPort>
 #include <string>
 
-namespace memwright {
+#include "platform/ms_comm.h"
 
-struct PortProperties {
-    int port = 1;
-    std::string settings = "9600,N,8,1";
-    bool dtr_enable = true;
-    bool eof_enable = false;
-    int handshaking = 0;  // 0 none, 1 XON/XOFF, 2 RTS/CTS
-    int in_buffer_size = 0;
-    int input_len = 0;
-    int input_mode = 1;
-    bool null_discard = false;
-    int out_buffer_size = 0;
-    std::string parity_replace = {};
-    int r_threshold = 0;
-    bool rts_enable = true;
-    int s_threshold = 0;
-};
+namespace memwright {
 
 // What no port can do for these properties, on any device; "" if all of them can be had.
 std::string impossible_property(const PortProperties& properties);

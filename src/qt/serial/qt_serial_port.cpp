@@ -12,6 +12,7 @@
 #include "qt/serial/port_diagnosis.h"
 #include "qt/serial/port_handle.h"
 #include "qt/serial/port_lock.h"
+#include "qt/serial/port_properties.h"
 #include "qt/serial/qt_serial_devices.h"
 
 namespace memwright {
@@ -57,24 +58,24 @@ void QtSerialPort::PortOpen(bool open_wanted) {
     }
 }
 
-std::string QtSerialPort::name() const { return port_name(opened_.port, path_); }
+std::string QtSerialPort::name() const { return port_name(opened_.CommPort, path_); }
 
 void QtSerialPort::open() {
     lost_.clear();
     opened_ = properties_;
-    path_ = device_of_(opened_.port);
+    path_ = device_of_(opened_.CommPort);
     const std::string impossible = impossible_property(opened_);
     if (!impossible.empty()) {
         throw PortError("Cannot open " + name() + ": " + impossible + " cannot be had here.");
     }
-    const LineSettings line = parse_line_settings(opened_.settings);
+    const LineSettings line = parse_line_settings(opened_.Settings);
 
     const QString device = device_behind(path_);
     const std::string no_lock = no_lock_file(device.toStdString());
     if (!no_lock.empty()) throw PortError("Cannot open " + name() + ": " + no_lock);
     port_.setPortName(device);
     if (!port_.open(QIODevice::ReadWrite)) {
-        throw PortError(refused_opening(opened_.port, path_, port_));
+        throw PortError(refused_opening(opened_.CommPort, path_, port_));
     }
     output_ = taken_ = 0;
     transmission_.begin(line);
@@ -88,7 +89,7 @@ void QtSerialPort::set_up() {
     if (!refused.empty()) {
         const std::string why = port_.errorString().toStdString();
         close();
-        throw PortError("Cannot set " + name() + " to " + opened_.settings +
+        throw PortError("Cannot set " + name() + " to " + opened_.Settings +
                         ": the device refuses the " + refused + " (" + why +
                         ").\nThe port is closed again. Use another serial adapter.");
     }
@@ -170,7 +171,7 @@ void QtSerialPort::require_open() {
     }
     if (!lost_.empty()) throw PortError(lost_);
     if (!in_use_) {
-        throw PortError("COM " + std::to_string(properties_.port) +
+        throw PortError("COM " + std::to_string(properties_.CommPort) +
                         " is not open.\nOpen it before bytes are sent or received.");
     }
 }
@@ -178,7 +179,7 @@ void QtSerialPort::require_open() {
 void QtSerialPort::Output(std::span<const std::uint8_t> bytes) {
     require_open();
     const auto length = static_cast<qint64>(bytes.size());
-    if (opened_.out_buffer_size > 0 && port_.bytesToWrite() + length > opened_.out_buffer_size) {
+    if (opened_.OutBufferSize > 0 && port_.bytesToWrite() + length > opened_.OutBufferSize) {
         give_up("the other end has stopped taking bytes");
     } else {
         output_ += length;
@@ -194,12 +195,12 @@ int QtSerialPort::InBufferCount() {
     return static_cast<int>(port_.bytesAvailable()) + port_handle::waiting(port_.handle());
 }
 
-std::vector<std::uint8_t> QtSerialPort::Input() {
+Bytes QtSerialPort::Input() {
     require_open();
-    const int limit = opened_.input_len;
+    const int limit = opened_.InputLen;
     const int most = limit > 0 ? limit : std::numeric_limits<int>::max();
     const QByteArray fetched = limit > 0 ? port_.read(limit) : port_.readAll();
-    std::vector<std::uint8_t> bytes(fetched.begin(), fetched.end());
+    Bytes bytes(fetched.begin(), fetched.end());
     // Older bytes lie with QSerialPort, the latest still with the system.
     port_handle::take(port_.handle(), most - static_cast<int>(bytes.size()), bytes);
     return bytes;

@@ -12,10 +12,9 @@
 #include <functional>
 #include <span>
 #include <string>
-#include <vector>
 
+#include "base/bytes.h"
 #include "platform/ms_comm.h"
-#include "qt/serial/port_properties.h"
 #include "qt/serial/transmission.h"
 
 namespace memwright {
@@ -30,20 +29,7 @@ class QtSerialPort : public MSComm {
     QtSerialPort(const QtSerialPort&) = delete;
     QtSerialPort& operator=(const QtSerialPort&) = delete;
 
-    void CommPort(int number) override { properties_.port = number; }
-    void Settings(const std::string& text) override { properties_.settings = text; }
-    void DTREnable(bool on) override { properties_.dtr_enable = on; }
-    void EOFEnable(bool on) override { properties_.eof_enable = on; }
-    void Handshaking(int kind) override { properties_.handshaking = kind; }
-    void InBufferSize(int bytes) override { properties_.in_buffer_size = bytes; }
-    void InputLen(int bytes) override { properties_.input_len = bytes; }
-    void InputMode(int mode) override { properties_.input_mode = mode; }
-    void NullDiscard(bool on) override { properties_.null_discard = on; }
-    void OutBufferSize(int bytes) override { properties_.out_buffer_size = bytes; }
-    void ParityReplace(const std::string& text) override { properties_.parity_replace = text; }
-    void RThreshold(int bytes) override { properties_.r_threshold = bytes; }
-    void RTSEnable(bool on) override { properties_.rts_enable = on; }
-    void SThreshold(int bytes) override { properties_.s_threshold = bytes; }
+    void set_properties(const PortProperties& properties) override { properties_ = properties; }
 
     void PortOpen(bool open) override;
     bool PortOpen() const override { return port_.isOpen(); }
@@ -51,7 +37,7 @@ class QtSerialPort : public MSComm {
     void Output(std::span<const std::uint8_t> bytes) override;
     int unsent_bytes() override;
     int InBufferCount() override;
-    std::vector<std::uint8_t> Input() override;
+    Bytes Input() override;
 
   private:
     std::string name() const;

@@ -10,7 +10,6 @@
 namespace memwright::transfer_tests {
 namespace {
 
-using radio::Bytes;
 using radio::Fault;
 using radio::FaultKind;
 using radio::kBlocks;

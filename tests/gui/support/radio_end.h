@@ -23,7 +23,7 @@ class RadioEnd {
 
     const std::string& path() const { return path_; }
     const radio::SimulatedRadio& radio() const { return radio_; }
-    const radio::Bytes& received() const { return received_; }
+    const Bytes& received() const { return received_; }
 
     // The program has opened the line, and the radio's owner has pressed the key.
     void begin() {
@@ -56,9 +56,9 @@ class RadioEnd {
     }
 
     void serve() {
-        radio::Bytes heard;
+        Bytes heard;
         while (!line_.is_silent()) {
-            const radio::Bytes byte = line_.receive(1, kShort);
+            const Bytes byte = line_.receive(1, kShort);
             left_ = left_ || byte.empty();
             if (byte.empty()) break;  // the line is closed
             heard.push_back(byte.front());
@@ -70,7 +70,7 @@ class RadioEnd {
         }
         received_.insert(received_.end(), heard.begin(), heard.end());
         if (!heard.empty()) radio_.receive(heard, now());
-        const radio::Bytes answer = radio_.transmit(now());
+        const Bytes answer = radio_.transmit(now());
         if (!answer.empty()) line_.send(answer);
         if (radio_.hung_up()) hang_up();
     }
@@ -79,7 +79,7 @@ class RadioEnd {
     testing::PseudoTerminal line_;
     std::string path_ = line_.path();
     radio::SimulatedRadio radio_;
-    radio::Bytes received_;
+    Bytes received_;
     QTimer timer_;
 };
 

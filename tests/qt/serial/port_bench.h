@@ -19,22 +19,12 @@ namespace memwright::testing {
 
 using Bytes = PseudoTerminal::Bytes;
 
-inline void set_properties(MSComm& port) {
+inline PortProperties transfer_properties() {
     constexpr int kBufferSize = 30000, kThreshold = 8;
-    port.CommPort(1);
-    port.Settings("9600,E,8,1");
-    port.DTREnable(true);
-    port.EOFEnable(false);
-    port.Handshaking(0);
-    port.InBufferSize(kBufferSize);
-    port.InputLen(0);
-    port.InputMode(1);
-    port.NullDiscard(false);
-    port.OutBufferSize(kBufferSize);
-    port.ParityReplace("");
-    port.RThreshold(kThreshold);
-    port.RTSEnable(true);
-    port.SThreshold(0);
+    return {.Settings = "9600,E,8,1",
+            .InBufferSize = kBufferSize,
+            .OutBufferSize = kBufferSize,
+            .RThreshold = kThreshold};
 }
 
 // Runs the event loop until `done`, for five seconds at most.
@@ -60,7 +50,7 @@ inline std::string error_of(const std::function<void()>& action) {
 
 class PortBench : public ::testing::Test {
   protected:
-    PortBench() { set_properties(port_); }
+    PortBench() { port_.set_properties(properties_); }
 
     void open() {
         port_.PortOpen(true);
@@ -78,6 +68,7 @@ class PortBench : public ::testing::Test {
         return bytes;
     }
 
+    PortProperties properties_ = transfer_properties();
     PseudoTerminal line_;
     std::string path_ = line_.path();
     QtSerialPort port_{[this](int) { return path_; }};

@@ -54,7 +54,7 @@ class PortLock : public ::testing::Test {
     std::string opening() const {
         return in_child([this]() -> std::string {
             QtSerialPort port([this](int) { return line_.path(); });
-            set_properties(port);
+            port.set_properties(transfer_properties());
             const std::string error = error_of([&] { port.PortOpen(true); });
             return port.PortOpen() ? "opened" : error;
         });
@@ -71,7 +71,7 @@ TEST_F(PortLock, files_are_named_after_the_device_and_one_of_them_is_QSerialPort
     const auto is_there = [](const std::string& file) { return is_lock_file(file); };
     EXPECT_THAT(places(), Not(Contains(::testing::Truly(is_there))));
     QtSerialPort port([this](int) { return line_.path(); });
-    set_properties(port);
+    port.set_properties(transfer_properties());
     port.PortOpen(true);
     EXPECT_THAT(places(), Contains(::testing::Truly(is_there)));
 }

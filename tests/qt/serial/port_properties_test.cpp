@@ -23,33 +23,33 @@ class PortPropertiesOnALineWithoutParity : public ::testing::Test {
 };
 
 TEST_F(PortPropertiesOnALineWithoutParity, even_parity_is_refused) {
-    properties_.settings = "9600,E,8,1";
+    properties_.Settings = "9600,E,8,1";
     EXPECT_EQ(set_up_port(port_, properties_, false), "parity");
 }
 
 TEST_F(PortPropertiesOnALineWithoutParity, seven_data_bits_are_refused) {
-    properties_.settings = "9600,N,7,1";
+    properties_.Settings = "9600,N,7,1";
     EXPECT_EQ(set_up_port(port_, properties_, false), "number of data bits");
 }
 
 TEST_F(PortPropertiesOnALineWithoutParity, one_and_a_half_stop_bits_are_refused) {
-    properties_.settings = "9600,N,8,1.5";
+    properties_.Settings = "9600,N,8,1.5";
     EXPECT_EQ(set_up_port(port_, properties_, false), "number of stop bits");
 }
 
 TEST_F(PortPropertiesOnALineWithoutParity, missing_modem_lines_are_refused) {
-    properties_.settings = "9600,N,8,1";
+    properties_.Settings = "9600,N,8,1";
     EXPECT_EQ(set_up_port(port_, properties_, false), "modem line DTR");
 }
 
 TEST_F(PortPropertiesOnALineWithoutParity, a_line_that_may_lack_them_is_excused) {
-    properties_.settings = "9600,E,8,1";
+    properties_.Settings = "9600,E,8,1";
     EXPECT_EQ(set_up_port(port_, properties_, true), "");
 }
 
 TEST_F(PortPropertiesOnALineWithoutParity, speed_raw_bytes_and_threshold_reach_the_device) {
-    properties_.settings = "19200,E,8,1";
-    properties_.r_threshold = 8;
+    properties_.Settings = "19200,E,8,1";
+    properties_.RThreshold = 8;
     ASSERT_EQ(set_up_port(port_, properties_, true), "");
     termios set{};
     ASSERT_EQ(tcgetattr(port_.handle(), &set), 0);
@@ -64,8 +64,8 @@ TEST_F(PortPropertiesOnALineWithoutParity, speed_raw_bytes_and_threshold_reach_t
 }
 
 TEST_F(PortPropertiesOnALineWithoutParity, buffer_size_and_handshaking_reach_the_port) {
-    properties_.in_buffer_size = 30000;
-    properties_.handshaking = 1;
+    properties_.InBufferSize = 30000;
+    properties_.Handshaking = 1;
     ASSERT_EQ(set_up_port(port_, properties_, true), "");
     EXPECT_EQ(port_.readBufferSize(), 30000);
     EXPECT_EQ(port_.flowControl(), QSerialPort::SoftwareControl);
@@ -73,11 +73,11 @@ TEST_F(PortPropertiesOnALineWithoutParity, buffer_size_and_handshaking_reach_the
 
 TEST(PortProperties, what_no_port_can_do_is_named) {
     EXPECT_EQ(impossible_property({}), "");
-    EXPECT_EQ(impossible_property({.eof_enable = true}), "an end-of-file character");
-    EXPECT_EQ(impossible_property({.handshaking = 3}), "this handshaking");
-    EXPECT_EQ(impossible_property({.input_mode = 0}), "input as text");
-    EXPECT_EQ(impossible_property({.null_discard = true}), "discarding zero bytes");
-    EXPECT_EQ(impossible_property({.parity_replace = "?"}), "replacing bytes with parity errors");
+    EXPECT_EQ(impossible_property({.EOFEnable = true}), "an end-of-file character");
+    EXPECT_EQ(impossible_property({.Handshaking = 3}), "this handshaking");
+    EXPECT_EQ(impossible_property({.InputMode = 0}), "input as text");
+    EXPECT_EQ(impossible_property({.NullDiscard = true}), "discarding zero bytes");
+    EXPECT_EQ(impossible_property({.ParityReplace = "?"}), "replacing bytes with parity errors");
 }
 
 }  // namespace

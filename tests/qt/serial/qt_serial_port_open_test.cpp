@@ -48,8 +48,8 @@ TEST_F(QtSerialPortOpening, asks_for_the_device_of_the_number_that_is_set) {
         asked = number;
         return line_.path();
     });
-    set_properties(port);
-    port.CommPort(7);
+    properties_.CommPort = 7;
+    port.set_properties(properties_);
     port.PortOpen(true);
     EXPECT_EQ(asked, 7);
     EXPECT_TRUE(port.PortOpen());
@@ -120,13 +120,15 @@ TEST_F(QtSerialPortOpening, refuses_a_device_that_another_port_has_open_and_name
 }
 
 TEST_F(QtSerialPortOpening, refuses_bad_line_settings) {
-    port_.Settings("9600,E,8");
+    properties_.Settings = "9600,E,8";
+    port_.set_properties(properties_);
     EXPECT_THAT(refusal(), HasSubstr("\"9600,E,8\""));
     EXPECT_FALSE(port_.PortOpen());
 }
 
 TEST_F(QtSerialPortOpening, refuses_what_no_port_can_do) {
-    port_.NullDiscard(true);
+    properties_.NullDiscard = true;
+    port_.set_properties(properties_);
     EXPECT_THAT(refusal(), HasSubstr("discarding zero bytes"));
     EXPECT_FALSE(port_.PortOpen());
 }

@@ -187,7 +187,8 @@ TEST_F(QtSerialPortBytes, the_other_end_may_hang_up_once_it_has_everything) {
 class QtSerialPortLimits : public PortBench {};
 
 TEST_F(QtSerialPortLimits, bytes_past_the_in_buffer_size_are_kept_too) {
-    port_.InBufferSize(100);
+    properties_.InBufferSize = 100;
+    port_.set_properties(properties_);
     open();
     Bytes sent(3000);
     for (std::size_t i = 0; i < sent.size(); ++i) sent[i] = static_cast<std::uint8_t>(i * 7 >> 2);
@@ -199,7 +200,8 @@ TEST_F(QtSerialPortLimits, bytes_past_the_in_buffer_size_are_kept_too) {
 }
 
 TEST_F(QtSerialPortLimits, an_input_length_takes_that_many_bytes_at_a_time) {
-    port_.InputLen(5);
+    properties_.InputLen = 5;
+    port_.set_properties(properties_);
     open();
     // The first eight are fetched by the event loop, the others still lie with the system.
     line_.send(Bytes{1, 2, 3, 4, 5, 6, 7, 8});

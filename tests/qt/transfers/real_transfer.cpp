@@ -41,7 +41,7 @@ double processor_time() {
     return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
 }
 
-radio::Bytes bytes_of(const MemoryImage& image) {
+Bytes bytes_of(const MemoryImage& image) {
     const auto bytes = image.bytes();
     return {bytes.begin(), bytes.end()};
 }
