@@ -13,11 +13,9 @@ constexpr double kButtonStep = 480;
 constexpr double kButtonGroupGap = 180;
 constexpr double kStatusWindowHeight = 1650;
 constexpr double kStatusLineHeight = 300;
-constexpr double kReceivedLeft = 1600;
 constexpr double kReceivedWidth = 2700;
 constexpr double kProgressLeft = 4400;
 constexpr double kProgressWidth = 2500;
-constexpr double kProgressHeight = 300;
 constexpr double kTransferButtonLeft = 7020;
 constexpr double kTransferButtonHeight = 375;
 
@@ -56,8 +54,8 @@ Form1::Form1() {
         top += kButtonStep;
     }
 
-    place(ReceivedLabel, kReceivedLeft, 0, kReceivedWidth, kStatusLineHeight);
-    place(TransferProgress, kProgressLeft, 0, kProgressWidth, kProgressHeight);
+    place(ReceivedLabel, kGridLeft, 0, kReceivedWidth, kStatusLineHeight);
+    place(TransferProgress, kProgressLeft, 0, kProgressWidth, kStatusLineHeight);
     place(TransferButton, kTransferButtonLeft, 0, kButtonWidth, kTransferButtonHeight);
     for (Control* control : std::initializer_list<Control*>{&ReceivedLabel, &TransferProgress,
                                                             &TransferButton, &TxtGrid, &CboGrid}) {

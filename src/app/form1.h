@@ -16,6 +16,10 @@ inline constexpr const char* kSeparatorCaption = "-";
 
 class Form1 final : public UserInterface {
   public:
+    // The window's outer size as designed, in twips.
+    static constexpr double kDesignWidth = 9990;
+    static constexpr double kDesignHeight = 7050;
+
     // A top-level menu with its entries in order.
     struct Menu {
         MenuEntry& entry;

@@ -9,13 +9,10 @@
 namespace memwright {
 namespace {
 
-constexpr int kFirstRow = 1;
-// Deliberate: the rows below are not printed, not even by "All".
-constexpr int kLastRow = 240;
-
 void correct(TextBox& box) {
-    if (leading_number(box.text.get()) < kFirstRow) box.text = std::to_string(kFirstRow);
-    if (leading_number(box.text.get()) > kLastRow) box.text = std::to_string(kLastRow);
+    constexpr int kFirst = frmPrint::kFirstRow, kLast = frmPrint::kLastRow;
+    if (leading_number(box.text.get()) < kFirst) box.text = std::to_string(kFirst);
+    if (leading_number(box.text.get()) > kLast) box.text = std::to_string(kLast);
 }
 
 bool accepts(char KeyAscii) {

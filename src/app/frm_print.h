@@ -12,6 +12,10 @@ namespace memwright {
 
 class frmPrint {
   public:
+    static constexpr int kFirstRow = 1;
+    // Deliberate: the rows below are not printed, not even by "All".
+    static constexpr int kLastRow = 240;
+
     // Rows of the table, first to last.
     struct Range {
         std::int16_t first;

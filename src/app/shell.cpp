@@ -26,9 +26,6 @@ constexpr double kBelowGridWithStatusWindow = 3200;
 constexpr double kStatusWindowTop = 2800;
 constexpr double kStatusLineTop = 1000;
 
-constexpr const char* kDefaultHeight = "7050";
-constexpr const char* kDefaultWidth = "9990";
-
 template <class Step>
 void skip_if_it_fails(Step step) {
     try {
@@ -101,11 +98,13 @@ void Shell::restore_geometry() {
     skip_if_it_fails([&] {
         window_.set_top(stored("Top", centred(window_.screen_height(), window_.height())));
     });
-    skip_if_it_fails([&] { window_.set_height(stored("Height", kDefaultHeight)); });
+    skip_if_it_fails(
+        [&] { window_.set_height(stored("Height", shortest_text(Form1::kDesignHeight))); });
     skip_if_it_fails([&] {
         window_.set_left(stored("Left", centred(window_.screen_width(), window_.width())));
     });
-    skip_if_it_fails([&] { window_.set_width(stored("Width", kDefaultWidth)); });
+    skip_if_it_fails(
+        [&] { window_.set_width(stored("Width", shortest_text(Form1::kDesignWidth))); });
 }
 
 void Shell::Form_Resize() {

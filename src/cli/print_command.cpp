@@ -10,14 +10,12 @@
 namespace memwright::cli {
 namespace {
 
-constexpr int kRows = 240;
-
 // A row of a range; 0 if the text is none.
 int row_from(const std::string& text) {
     if (text.empty() || text.size() > 3) return 0;
     if (text.find_first_not_of("0123456789") != std::string::npos) return 0;
     const int row = std::stoi(text);
-    return row <= kRows ? row : 0;
+    return row <= frmPrint::kLastRow ? row : 0;
 }
 
 void choose_rows(frmPrint& dialog, const std::string& range) {

@@ -22,8 +22,6 @@ namespace {
 // The least that shows a few rows, every button and the whole status line; in twips.
 constexpr double kMinimumWidth = 8700;
 constexpr double kMinimumHeight = 5100;
-constexpr double kDesignWidth = 9990;
-constexpr double kDesignHeight = 7050;
 
 // A window cannot be wider or higher than X and Windows can count.
 constexpr double kLargestLength = 400000;
@@ -52,7 +50,7 @@ MainWindow::MainWindow() : canvas_(new QWidget(this)) {
     canvas_->setObjectName("Canvas");
     canvas_->installEventFilter(this);
     setMinimumSize(pixels(*this, kMinimumWidth), pixels(*this, kMinimumHeight));
-    resize(pixels(*this, kDesignWidth), pixels(*this, kDesignHeight));
+    resize(pixels(*this, Form1::kDesignWidth), pixels(*this, Form1::kDesignHeight));
     create_widgets();
     create_buttons();
 }

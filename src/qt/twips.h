@@ -1,13 +1,13 @@
 #pragma once
 
-// Twips, 1440 to the inch, and the screen's logical pixels: 15 to a pixel at 96 dots an inch.
+// Twips and the screen's logical pixels: 15 to a pixel at 96 dots an inch.
 
 #include <QWidget>
 #include <cmath>
 
-namespace memwright::qt {
+#include "base/twips.h"
 
-inline constexpr double kTwipsPerInch = 1440;
+namespace memwright::qt {
 
 inline int pixels(const QWidget& on, double twips) {
     return static_cast<int>(std::lround(twips * on.logicalDpiX() / kTwipsPerInch));

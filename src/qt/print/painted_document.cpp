@@ -4,11 +4,11 @@
 #include <algorithm>
 
 #include "base/error.h"
+#include "base/twips.h"
 
 namespace memwright::qt {
 namespace {
 
-constexpr double kTwipsPerInch = 1440;
 constexpr double kMarginPoints = 36;
 constexpr double kRuleTwips = 8;
 
