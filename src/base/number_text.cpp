@@ -116,6 +116,14 @@ std::string with_leading_zeros(std::string text, std::size_t length) {
     return text;
 }
 
+std::optional<int> whole_number(std::string_view text) {
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end) return std::nullopt;
+    return number;
+}
+
 bool boolean_from_text(const std::string& text) {
     const std::string word = lower_case(text);
     if (word == "true") return true;

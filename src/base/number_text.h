@@ -5,6 +5,7 @@
 // first, no prefix. Binary: "0" and "1", most significant first. No conversion depends on a locale.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,10 @@ std::string shortest_text(double number);
 
 // `text` with zeros in front of it until it has `length` characters.
 std::string with_leading_zeros(std::string text, std::size_t length);
+
+// The whole number that a text is: decimal digits, with "-" in front if it is below 0. None for any
+// other text, and for what no int holds.
+std::optional<int> whole_number(std::string_view text);
 
 // "True" and "False" in any case; a number is true unless it is 0. Else ConversionError.
 bool boolean_from_text(const std::string& text);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/enumeration.h"
+
 namespace memwright::cli {
 namespace {
 
@@ -15,30 +17,13 @@ const Option& known(const std::string& name, const Syntax& syntax) {
 }  // namespace
 
 Arguments::Arguments(const std::vector<std::string>& given, const Syntax& syntax) {
-    bool options_ended = false;
-    for (auto argument = given.begin(); argument != given.end(); ++argument) {
-        if (options_ended || argument->size() < 2 || argument->front() != '-') {
-            positional_.push_back(*argument);
-            continue;
+    ArgumentReader reader(given);
+    while (reader.next()) {
+        if (reader.is_option()) {
+            take(known(reader.name(), syntax), reader);
+        } else if (!reader.ends_options()) {
+            positional_.push_back(reader.text());
         }
-        if (*argument == "--") {
-            options_ended = true;
-            continue;
-        }
-        const auto equals = argument->find('=');
-        const std::string name = argument->substr(0, equals);
-        const Option& option = known(name, syntax);
-        if (values_.contains(name)) throw WrongUsage(name + " is given twice.");
-        if (!option.takes_value) {
-            if (equals != std::string::npos) throw WrongUsage(name + " takes no value.");
-            values_[name];
-        } else if (equals != std::string::npos) {
-            values_[name] = argument->substr(equals + 1);
-        } else {
-            if (++argument == given.end()) throw WrongUsage(name + " needs a value.");
-            values_[name] = *argument;
-        }
-        if (option.takes_value && values_[name].empty()) throw WrongUsage(name + " needs a value.");
     }
     if (positional_.size() < syntax.least) throw WrongUsage("An argument is missing.");
     if (positional_.size() > syntax.most) {
@@ -47,6 +32,19 @@ Arguments::Arguments(const std::vector<std::string>& given, const Syntax& syntax
     if (std::ranges::any_of(positional_, &std::string::empty)) {
         throw WrongUsage("An argument is empty.");
     }
+}
+
+void Arguments::take(const Option& option, ArgumentReader& reader) {
+    const std::string& name = reader.name();
+    if (values_.contains(name)) throw WrongUsage(name + " is given twice.");
+    if (!option.takes_value) {
+        if (reader.has_own_value()) throw WrongUsage(name + " takes no value.");
+        values_[name];
+        return;
+    }
+    const std::string value = reader.take_value().value_or("");
+    if (value.empty()) throw WrongUsage(name + " needs a value.");
+    values_[name] = value;
 }
 
 std::vector<std::string> Arguments::from(std::size_t index) const {
@@ -63,15 +61,7 @@ std::string Arguments::choice(const std::string& option,
                               const std::vector<std::string>& choices) const {
     const std::string wanted = value(option).value_or(choices.front());
     if (std::ranges::find(choices, wanted) != choices.end()) return wanted;
-    throw WrongUsage(option + " is " + enumeration(choices) + ", not \"" + wanted + "\".");
-}
-
-std::string enumeration(const std::vector<std::string>& choices) {
-    std::string text = choices.front();
-    for (std::size_t i = 1; i < choices.size(); ++i) {
-        text += (i + 1 == choices.size() ? " or " : ", ") + choices[i];
-    }
-    return text;
+    throw WrongUsage(option + " is " + enumeration(choices, "or") + ", not \"" + wanted + "\".");
 }
 
 }  // namespace memwright::cli

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/argument_reader.h"
 #include "base/error.h"
 
 namespace memwright::cli {
@@ -44,11 +45,10 @@ class Arguments {
     std::string choice(const std::string& option, const std::vector<std::string>& choices) const;
 
   private:
+    void take(const Option& option, ArgumentReader& reader);
+
     std::vector<std::string> positional_;
     std::map<std::string, std::string> values_;
 };
-
-// "a, b or c"
-std::string enumeration(const std::vector<std::string>& choices);
 
 }  // namespace memwright::cli

@@ -1,8 +1,10 @@
 // limits: shows and changes the search limits. Those that are not named stay as they are.
 
 #include <algorithm>
-#include <charconv>
+#include <string_view>
 
+#include "base/enumeration.h"
+#include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/json.h"
 #include "cli/workbench.h"
@@ -14,7 +16,7 @@ namespace {
 
 // A limit as it is to be.
 struct Change {
-    std::size_t limit = 0;
+    int limit = 0;
     std::string frequency;
     std::string mode;  // "" to leave it
 };
@@ -25,12 +27,12 @@ Change change_from(const std::string& text) {
     };
     const auto equals = text.find('=');
     Change change;
-    const char* const end = text.data() + std::min(equals, text.size());
-    const auto [stop, error] = std::from_chars(text.data(), end, change.limit);
-    if (equals == std::string::npos || error != std::errc{} || stop != end ||
-        change.limit >= layout::kSearchLimitCount) {
+    const auto limit = whole_number(std::string_view(text).substr(0, equals));
+    if (equals == std::string::npos || text.front() == '-' || !limit ||
+        *limit >= layout::kSearchLimitCount) {
         throw wrong("a change is N=FREQ or N=FREQ,MODE, with N from 0 to 17.");
     }
+    change.limit = *limit;
     const std::string value = text.substr(equals + 1);
     const auto comma = value.find(',');
     change.frequency = value.substr(0, comma);
@@ -42,7 +44,7 @@ Change change_from(const std::string& text) {
     change.mode = value.substr(comma + 1);
     const auto& modes = search_limit_modes();
     if (std::ranges::find(modes, change.mode) == modes.end()) {
-        throw wrong("\"" + change.mode + "\" is no mode: it is " + enumeration(modes) + ".");
+        throw wrong("\"" + change.mode + "\" is no mode: it is " + enumeration(modes, "or") + ".");
     }
     return change;
 }
@@ -82,7 +84,7 @@ Status limits(const Arguments& arguments, Session& session) {
     std::vector<Change> changes;
     for (const std::string& text : texts) changes.push_back(change_from(text));
     for (Change& change : changes) {
-        const int record = layout::search_limit(static_cast<int>(change.limit));
+        const int record = layout::search_limit(change.limit);
         WriteFreq(bench.store, record, FormatFreq(change.frequency));
         SMode(bench.store, record, change.mode);
     }

@@ -1,6 +1,5 @@
 // read, write and ports.
 
-#include <charconv>
 #include <functional>
 #include <map>
 
@@ -51,15 +50,8 @@ class Instructions final : public MessageBox {
 };
 
 std::pair<int, std::string> port_from(const std::string& text) {
-    const auto equals = text.find('=');
-    int number = 0;
-    const char* const end = text.data() + std::min(equals, text.size());
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (equals == std::string::npos || equals + 1 == text.size() || error != std::errc{} ||
-        stop != end || number < 1 || number > ComPorts::kPorts) {
-        throw WrongUsage("--com is N=DEVICE with N from 1 to 12, not \"" + text + "\".");
-    }
-    return {number, text.substr(equals + 1)};
+    if (const auto port = ComPorts::named_port(text)) return *port;
+    throw WrongUsage("--com is N=DEVICE with N from 1 to 12, not \"" + text + "\".");
 }
 
 // A transfer's parts, put together as the window does.

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 
+#include "base/enumeration.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "cli/commands.h"
@@ -81,7 +82,7 @@ class SettingsById {
         });
         if (choice != choices.end()) return *choice;
         throw WrongUsage("\"" + value + "\" is no choice of " + id + ": it is " +
-                         enumeration(choices) + ".");
+                         enumeration(choices, "or") + ".");
     }
 
     std::string linked_list() const {

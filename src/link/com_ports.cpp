@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cctype>
 #include <compare>
+#include <string_view>
 
+#include "base/enumeration.h"
 #include "base/error.h"
 #include "base/number_text.h"
 
@@ -34,19 +36,23 @@ bool before(const std::string& a, const std::string& b) {
     return a.size() < b.size();
 }
 
-// "a, b and c"
 std::string paths_of(const std::vector<SerialDevice>& devices) {
-    std::string text;
-    for (std::size_t i = 0; i < devices.size(); ++i) {
-        if (i > 0) text += i + 1 == devices.size() ? " and " : ", ";
-        text += devices[i].path;
-    }
-    return text;
+    std::vector<std::string> paths;
+    for (const SerialDevice& device : devices) paths.push_back(device.path);
+    return enumeration(paths, "and");
 }
 
 std::string key_of(int number) { return "COM" + std::to_string(number); }
 
 }  // namespace
+
+std::optional<std::pair<int, std::string>> ComPorts::named_port(const std::string& text) {
+    const auto equals = text.find('=');
+    if (equals == std::string::npos || equals + 1 == text.size()) return std::nullopt;
+    const auto number = whole_number(std::string_view(text).substr(0, equals));
+    if (!number || *number < 1 || *number > kPorts) return std::nullopt;
+    return std::pair(*number, text.substr(equals + 1));
+}
 
 ComPorts::Choice ComPorts::choice(int number) const {
     if (!named_.contains(number)) {

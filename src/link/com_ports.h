@@ -5,7 +5,9 @@
 // USB adapters first.
 
 #include <map>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/serial_devices.h"
@@ -24,6 +26,9 @@ class ComPorts {
         std::string description;
         Source source = Source::none;
     };
+
+    // Reads "N=DEVICE", as it is given on a command line. None if it is not that.
+    static std::optional<std::pair<int, std::string>> named_port(const std::string& text);
 
     // `named`: the devices named on the command line, by number.
     ComPorts(SerialDevices& devices, SettingsStore& settings, std::map<int, std::string> named)

@@ -1,52 +1,28 @@
 #include "radio/command_line.h"
 
-#include <charconv>
-#include <optional>
-
+#include "base/argument_reader.h"
 #include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright::radio {
 namespace {
 
 [[noreturn]] void refuse(const std::string& text) { throw ConversionError(text); }
 
-// The arguments one after the other; "--name=value" counts as two.
-class Arguments {
-  public:
-    explicit Arguments(std::span<const std::string> rest) : rest_(rest) {}
+void take_no_value(const ArgumentReader& reader) {
+    if (reader.has_own_value()) refuse(reader.name() + " takes no value.");
+}
 
-    bool more() const { return inline_value_ || !rest_.empty(); }
+bool value_follows(const ArgumentReader& reader) {
+    const std::string* const next = reader.following();
+    return reader.has_own_value() || (next != nullptr && !next->starts_with("--"));
+}
 
-    std::string option() {
-        if (inline_value_) refuse(option_ + " takes no value.");
-        option_ = rest_.front();
-        rest_ = rest_.subspan(1);
-        const auto equals = option_.find('=');
-        if (option_.starts_with("--") && equals != std::string::npos) {
-            inline_value_ = option_.substr(equals + 1);
-            option_.resize(equals);
-        }
-        return option_;
-    }
-
-    bool value_follows() const {
-        return inline_value_ || (!rest_.empty() && !rest_.front().starts_with("--"));
-    }
-
-    std::string value(const std::string& what) {
-        if (!value_follows()) refuse(option_ + " needs a value: " + what + ".");
-        std::string value = inline_value_ ? *inline_value_ : rest_.front();
-        if (!inline_value_) rest_ = rest_.subspan(1);
-        inline_value_.reset();
-        if (value.empty()) refuse(option_ + " needs a value: " + what + ".");
-        return value;
-    }
-
-  private:
-    std::span<const std::string> rest_;
-    std::string option_;
-    std::optional<std::string> inline_value_;
-};
+std::string value_of(ArgumentReader& reader, const std::string& what) {
+    const std::string value = value_follows(reader) ? *reader.take_value() : std::string();
+    if (value.empty()) refuse(reader.name() + " needs a value: " + what + ".");
+    return value;
+}
 
 Pace pace_from(const std::string& text) {
     if (text == "line") return Pace::line;
@@ -62,53 +38,53 @@ Mode mode_from(const std::string& text) {
 }
 
 int block_from(const std::string& text) {
-    int block = -1;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, block);
-    if (error == std::errc{} && stop == end && block >= 0 && block < kBlocks) return block;
+    const auto block = whole_number(text);
+    if (block && *block >= 0 && *block < kBlocks) return *block;
     refuse("No such block: \"" + text + "\". Blocks are 0 to 239.");
 }
 
-void take_short_frames(Arguments& arguments, Options& options) {
+void take_short_frames(ArgumentReader& reader, Options& options) {
     do {
-        const std::string value = arguments.value("a block, 0 to 239, or none");
+        const std::string value = value_of(reader, "a block, 0 to 239, or none");
         if (value != "none") options.short_frames_before.push_back(block_from(value));
-    } while (arguments.value_follows());
+    } while (value_follows(reader));
 }
 
-void take_faults(Arguments& arguments, Options& options) {
+void take_faults(ArgumentReader& reader, Options& options) {
     do {
-        const std::string value = arguments.value("KIND@BLOCK or KIND@BLOCK:BYTE");
+        const std::string value = value_of(reader, "KIND@BLOCK or KIND@BLOCK:BYTE");
         options.faults.push_back(fault_from_text(value));
-    } while (arguments.value_follows());
+    } while (value_follows(reader));
 }
 
 }  // namespace
 
 CommandLine parse_command_line(std::span<const std::string> list) {
     CommandLine line;
-    Arguments arguments(list);
+    ArgumentReader reader(list);
     bool own_short_frames = false;
-    while (arguments.more()) {
-        const std::string option = arguments.option();
+    while (reader.next()) {
+        const std::string option = reader.text().starts_with("--") ? reader.name() : reader.text();
         if (option == "--help") {
+            take_no_value(reader);
             line.help = true;
         } else if (option == "--version") {
+            take_no_value(reader);
             line.version = true;
         } else if (option == "--image") {
-            line.image = arguments.value("a file");
+            line.image = value_of(reader, "a file");
         } else if (option == "--save") {
-            line.save = arguments.value("a file");
+            line.save = value_of(reader, "a file");
         } else if (option == "--pace") {
-            line.options.pace = pace_from(arguments.value("line or none"));
+            line.options.pace = pace_from(value_of(reader, "line or none"));
         } else if (option == "--mode") {
-            line.options.mode = mode_from(arguments.value("auto, send or receive"));
+            line.options.mode = mode_from(value_of(reader, "auto, send or receive"));
         } else if (option == "--fault") {
-            take_faults(arguments, line.options);
+            take_faults(reader, line.options);
         } else if (option == "--short-frame") {
             if (!own_short_frames) line.options.short_frames_before.clear();
             own_short_frames = true;
-            take_short_frames(arguments, line.options);
+            take_short_frames(reader, line.options);
         } else {
             refuse("No such argument: \"" + option + "\".");
         }

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <random>
 
 #include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright::radio {
 namespace {
@@ -37,12 +37,11 @@ constexpr std::uint8_t kFlipped = 0x80;
 }
 
 int number_from(std::string_view text, std::string_view whole) {
-    int number = 0;
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{} || stop != text.data() + text.size() || number < 0) {
+    const auto number = whole_number(text);
+    if (!number || *number < 0) {
         refuse(std::string(whole), "\"" + std::string(text) + "\" is no number");
     }
-    return number;
+    return *number;
 }
 
 int block_from(std::string_view text, std::string_view whole) {

@@ -22,6 +22,15 @@ TEST(NumberReading, a_number_is_digits_with_at_most_one_point) {
     EXPECT_EQ(leading_number("007.50"), 7.5);
 }
 
+TEST(NumberReading, a_whole_number_is_digits_alone_and_a_minus_sign) {
+    EXPECT_EQ(whole_number("0"), 0);
+    EXPECT_EQ(whole_number("0239"), 239);
+    EXPECT_EQ(whole_number("-5"), -5);
+    for (const char* const text : {"", "-", "+5", " 5", "5 ", "5.", "1e3", "0x10", "4294967296"}) {
+        EXPECT_EQ(whole_number(text), std::nullopt) << text;
+    }
+}
+
 TEST(NumberReading, reading_stops_at_the_first_character_that_is_no_part_of_it) {
     EXPECT_EQ(leading_number("1.2.3"), 1.2);
     EXPECT_EQ(leading_number("5..5"), 5);

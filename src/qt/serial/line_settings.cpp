@@ -1,10 +1,10 @@
 #include "qt/serial/line_settings.h"
 
-#include <charconv>
 #include <map>
 #include <vector>
 
 #include "base/error.h"
+#include "base/number_text.h"
 
 namespace memwright {
 
@@ -29,13 +29,9 @@ std::vector<std::string> fields_of(const std::string& text) {
 }
 
 int baud_of(const std::string& text, const std::string& field) {
-    int baud = 0;
-    const char* const end = field.data() + field.size();
-    const auto [stop, error] = std::from_chars(field.data(), end, baud);
-    if (error != std::errc() || stop != end || baud <= 0) {
-        refuse(text, "\"" + field + "\" is no baud rate");
-    }
-    return baud;
+    const auto baud = whole_number(field);
+    if (!baud || *baud <= 0) refuse(text, "\"" + field + "\" is no baud rate");
+    return *baud;
 }
 
 template <class Value>
