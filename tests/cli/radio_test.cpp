@@ -29,7 +29,7 @@ TEST_F(RadioTest, read_keeps_the_bytes_as_they_come_and_tells_of_wrong_checksums
     start_radio({"--image", put("radio.120", image), "--fault", "checksum@0", "checksum@230",
                  "checksum@235"});
     put_text("out.120", std::string(9000, 'o'));
-    RunningCli cli(command({"read", "out.120", "--port", port, "--yes"}));
+    RunningCli cli(in_real_time({"read", "out.120", "--port", port, "--yes"}));
     EXPECT_EQ(
         cli.end(),
         (Ended{0, "",
@@ -75,7 +75,7 @@ TEST_F(RadioTest, write_sends_the_bytes_as_they_stand) {
     put("back.120", Image(image).rest("what the radio does not get"));
     start_radio({"--mode", "receive", "--save", file("received.120")});
     Terminal terminal;
-    auto with_terminal = command({"write", "back.120", "--port", port});
+    auto with_terminal = in_real_time({"write", "back.120", "--port", port});
     with_terminal.input = terminal.path();
     RunningCli cli(with_terminal);
     cli.wait_for_error("Press Enter");

@@ -156,7 +156,7 @@ TEST_F(SystemEditing, a_command_by_mouse_closes_the_list_over_a_cell) {
 TEST_F(SystemEditing, a_write_that_is_started_with_an_editor_open_sends_what_was_typed_last) {
     plug_in({"--mode", "receive"});
     const auto path = changing_image();
-    start({path.string()});
+    start_in_quick_time({path.string()});
     wait_for_caption(std::string(kTitle) + " - " + path.string());
     keyboard.type("tower");
     keyboard.press("Tab");

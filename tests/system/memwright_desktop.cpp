@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "native/file_system.h"
+#include "support/quick_time.h"
 #include "table/channel_table.h"
 
 namespace memwright::systest {
@@ -45,6 +46,11 @@ void MemwrightDesktop::plug_in(std::vector<std::string> arguments) {
 void MemwrightDesktop::start(std::vector<std::string> arguments, const Environment& extra) {
     arguments.insert(arguments.begin(), {"--com", "1=" + file("cable").string()});
     program = std::make_unique<Application>(desktop, MEMWRIGHT, arguments, extra);
+}
+
+void MemwrightDesktop::start_in_quick_time(std::vector<std::string> arguments, Environment extra) {
+    pass_time_quickly(extra);
+    start(std::move(arguments), extra);
 }
 
 void MemwrightDesktop::wait_for_caption(const std::string& caption) {

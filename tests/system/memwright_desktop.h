@@ -40,6 +40,8 @@ class MemwrightDesktop : public testing::Test {
     // Connects a radio to the cable.
     void plug_in(std::vector<std::string> arguments = {});
     void start(std::vector<std::string> arguments = {}, const Environment& extra = {});
+    // For a whole transfer in the middle of something else.
+    void start_in_quick_time(std::vector<std::string> arguments = {}, Environment extra = {});
 
     std::filesystem::path file(const std::string& name) const { return desktop.folder() / name; }
     std::filesystem::path radio_file() const { return file("radio.120"); }

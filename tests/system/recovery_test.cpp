@@ -215,7 +215,7 @@ TEST_F(SystemRecovery, two_running_programs_do_not_take_each_others) {
 
 TEST_F(SystemRecovery, a_table_that_came_from_a_radio_comes_back_without_a_name) {
     plug_in();
-    start();
+    start_in_quick_time();
     read_to_end();
     EXPECT_EQ(cell(1, 1), "TOWER");
     expect_eventually([&] { return first_cells(); }, ElementsAre("TOWER"));

@@ -106,7 +106,7 @@ TEST_F(SystemSurroundings, a_home_folder_that_takes_no_files_is_told_once_and_th
 
 TEST_F(SystemSurroundings, a_read_is_shown_although_no_copy_of_it_can_be_kept) {
     plug_in();
-    start({}, {{"XDG_DATA_HOME", kReadOnly}});
+    start_in_quick_time({}, {{"XDG_DATA_HOME", kReadOnly}});
     read_to_end();
     EXPECT_EQ(cell(1, 1), "TOWER");
     EXPECT_THAT(main().tree(), HasSubstr(std::string(kReadOnly) + "/memwright"));

@@ -1,12 +1,14 @@
 #pragma once
 
-// memwright-cli with vr120-sim at the other end of a pseudo-terminal.
+// memwright-cli with vr120-sim at the other end of a pseudo-terminal. Its time passes quickly, but
+// where a whole transfer is to be a real one in all.
 
 #include <optional>
 #include <string>
 
 #include "cli/support/running_cli.h"
 #include "radio/vr120_sim_process.h"
+#include "support/quick_time.h"
 
 namespace memwright::cli_tests {
 
@@ -22,6 +24,15 @@ inline const std::string kPrompt = "Press Enter for OK, Ctrl-C to stop.\n";
 
 class RadioTest : public CliTest {
   protected:
+    systest::Command command(const Words& arguments) const {
+        systest::Command quick = in_real_time(arguments);
+        systest::pass_time_quickly(quick.environment);
+        return quick;
+    }
+    systest::Command in_real_time(const Words& arguments) const {
+        return CliTest::command(arguments);
+    }
+
     // Starts the radio; `port` is then its device.
     void start_radio(const Words& arguments = {}) {
         radio.emplace(Words{"--pace", "none"} + arguments);

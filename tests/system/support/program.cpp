@@ -27,7 +27,10 @@ Command command_for(const Desktop& desktop, const std::filesystem::path& file,
     Environment environment = desktop.environment();
     environment["ASAN_OPTIONS"] = inherited("ASAN_OPTIONS") + "exitcode=86";
     environment["UBSAN_OPTIONS"] = inherited("UBSAN_OPTIONS") + "print_stacktrace=1:exitcode=86";
-    for (const auto& [name, value] : extra) environment[name] = value;
+    for (const auto& [name, value] : extra) {
+        std::string& set = environment[name];
+        set = name == "ASAN_OPTIONS" ? set + ":" + value : value;
+    }
     return {.program = file,
             .arguments = std::move(arguments),
             .environment = std::move(environment),
