@@ -26,6 +26,13 @@ class Package : public testing::Test {
     void SetUp() override {
         if (const auto why = DebianPackage::why_not(); !why.empty()) GTEST_SKIP() << why;
     }
+
+    // Made once, by one whose files are his own.
+    static const DebianPackage& made() {
+        umask(077);
+        static const DebianPackage package;
+        return package;
+    }
 };
 
 // The package that a file of the system came with.
@@ -54,7 +61,7 @@ std::set<std::string> packages_for(const fs::path& binary) {
 }
 
 TEST_F(Package, depends_on_the_packages_of_the_libraries_that_its_binaries_name) {
-    const DebianPackage package;
+    const DebianPackage& package = made();
     const Installation installation;
     std::set<std::string> needed;
     std::vector<fs::path> binaries;
@@ -66,7 +73,7 @@ TEST_F(Package, depends_on_the_packages_of_the_libraries_that_its_binaries_name)
 }
 
 TEST_F(Package, the_plugins_that_are_loaded_come_with_what_it_depends_on) {
-    const DebianPackage package;
+    const DebianPackage& package = made();
     const fs::path plugins = QT_PLUGINS;
     for (const char* plugin : {"platforms/libqxcb.so", "platforms/libqoffscreen.so",
                                "printsupport/libcupsprintersupport.so"}) {
@@ -76,7 +83,7 @@ TEST_F(Package, the_plugins_that_are_loaded_come_with_what_it_depends_on) {
 }
 
 TEST_F(Package, is_described) {
-    const DebianPackage package;
+    const DebianPackage& package = made();
     EXPECT_EQ(package.field("Package"), "memwright");
     EXPECT_EQ(package.field("Version"), PROJECT_VERSION);
     EXPECT_EQ(package.field("Section"), "hamradio");
@@ -87,11 +94,11 @@ TEST_F(Package, is_described) {
 }
 
 TEST_F(Package, needs_no_scripts) {
-    EXPECT_THAT(DebianPackage().control_files(), ElementsAre("control", "md5sums"));
+    EXPECT_THAT(made().control_files(), ElementsAre("control", "md5sums"));
 }
 
 TEST_F(Package, holds_what_an_installation_has_and_what_Debian_wants_besides) {
-    const DebianPackage package;
+    const DebianPackage& package = made();
     const systest::TemporaryFolder folder;
     package.unpack(folder.path());
     Files wanted;
@@ -104,9 +111,8 @@ TEST_F(Package, holds_what_an_installation_has_and_what_Debian_wants_besides) {
 }
 
 TEST_F(Package, its_files_are_roots_and_its_folders_open_whoever_made_it) {
-    umask(077);
     int folders = 0;
-    for (const std::string& line : DebianPackage().listing()) {
+    for (const std::string& line : made().listing()) {
         EXPECT_THAT(line, ContainsRegex("^[^ ]+ root/root "));
         if (line.starts_with('d')) {
             EXPECT_THAT(line, StartsWith("drwxr-xr-x "));
@@ -117,7 +123,7 @@ TEST_F(Package, its_files_are_roots_and_its_folders_open_whoever_made_it) {
 }
 
 TEST_F(Package, its_binaries_are_stripped) {
-    const DebianPackage package;
+    const DebianPackage& package = made();
     const systest::TemporaryFolder folder;
     package.unpack(folder.path());
     std::size_t binaries = 0;
@@ -131,7 +137,7 @@ TEST_F(Package, its_binaries_are_stripped) {
 }
 
 TEST_F(Package, its_changelog_is_Debians_and_speaks_of_this_version) {
-    const DebianPackage package;
+    const DebianPackage& package = made();
     const systest::TemporaryFolder folder;
     package.unpack(folder.path());
     const fs::path changelog = folder.path() / "usr/share/doc/memwright/changelog.gz";
