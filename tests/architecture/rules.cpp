@@ -10,40 +10,6 @@ std::size_t place_in(const List& list, std::string_view name) {
 
 bool is_top(std::string_view folder) { return place_in(kTop, folder) < kTop.size(); }
 
-bool is_letter_or_digit(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
-}
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-std::string lower_case(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return lower;
-}
-
-// Does `pattern`, in which '#' stands for a digit, stand at `place` as words of its own?
-bool stands_at(std::string_view text, std::size_t place, std::string_view pattern) {
-    if (place + pattern.size() > text.size()) return false;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const char c = text[place + i];
-        if (pattern[i] == '#' ? !is_digit(c) : c != pattern[i]) return false;
-    }
-    const std::size_t end = place + pattern.size();
-    return (place == 0 || !is_letter_or_digit(text[place - 1])) &&
-           (end == text.size() || !is_letter_or_digit(text[end]));
-}
-
-// Put together here, so that this file is not found itself.
-const std::vector<std::string>& foreign_words() {
-    static const std::vector<std::string> words = {
-        std::string("specif") + "ication", std::string("spec") + ".md",
-        std::string("the ") + "spec", std::string("part") + " #.#"};
-    return words;
-}
-
 }  // namespace
 
 bool is_known_folder(std::string_view folder) {
@@ -100,18 +66,6 @@ std::string wrong_shape(std::string_view path, const std::vector<std::string>& l
     }
     if (header && (lines.empty() || lines.front() != "#pragma once")) {
         return std::string(path) + " does not begin with #pragma once";
-    }
-    return "";
-}
-
-std::string foreign_word(std::string_view text) {
-    const std::string lower = lower_case(text);
-    for (const std::string& word : foreign_words()) {
-        const std::string_view start = std::string_view(word).substr(0, word.find('#'));
-        for (auto place = lower.find(start); place != std::string::npos;
-             place = lower.find(start, place + 1)) {
-            if (stands_at(lower, place, word)) return word;
-        }
     }
     return "";
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The rules that can be read off its files: which folder may include which, how long
-// files may be, and words that belong elsewhere. Each gives what is wrong, "" if nothing is.
+// The rules that can be read off the project's files: which folder may include which, and how long
+// files may be. Each gives what is wrong, "" if nothing is.
 
 #include <algorithm>
 #include <array>
@@ -42,8 +42,5 @@ Include include_of(std::string_view line);
 
 // Is the beginning of a header, and its length, as it should be?
 std::string wrong_shape(std::string_view path, const std::vector<std::string>& lines);
-
-// The word of a text that does not belong into the project's files; "" if there is none.
-std::string foreign_word(std::string_view text);
 
 }  // namespace memwright::architecture

@@ -129,16 +129,5 @@ TEST(SourceTree, headers_begin_as_they_should_and_files_stay_short) {
     EXPECT_THAT(findings, testing::IsEmpty());
 }
 
-TEST(SourceTree, files_speak_of_this_project_alone) {
-    Findings findings;
-    for (const SourceFile& file : all_files()) {
-        for (const std::string& text : {file.path, file.text}) {
-            const std::string word = foreign_word(text);
-            if (!word.empty()) findings.push_back(file.path + ": " + word);
-        }
-    }
-    EXPECT_THAT(findings, testing::IsEmpty());
-}
-
 }  // namespace
 }  // namespace memwright::architecture
