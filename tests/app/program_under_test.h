@@ -11,8 +11,8 @@
 #include "app/faked_desktop.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
-#include "fakes/temporary_folder.h"
 #include "native/file_system.h"
+#include "support/temporary_folder.h"
 #include "table/columns.h"
 
 namespace memwright {

@@ -13,10 +13,10 @@
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
 #include "fakes/simulated_port.h"
-#include "fakes/temporary_folder.h"
 #include "fakes/virtual_time.h"
 #include "native/file_system.h"
 #include "radio/demonstration.h"
+#include "support/temporary_folder.h"
 #include "table/columns.h"
 
 namespace memwright {

@@ -14,7 +14,7 @@
 #include <memory>
 
 #include "cli/support/running_cli.h"
-#include "system/support/eventually.h"
+#include "support/eventually.h"
 
 namespace memwright::cli_tests {
 namespace {

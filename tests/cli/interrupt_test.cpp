@@ -7,9 +7,9 @@
 #include <filesystem>
 
 #include "fakes/pseudo_terminal.h"
-#include "fakes/temporary_folder.h"
 #include "faults/support/built_cli.h"
 #include "faults/support/every_fault.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::cli_tests {
 namespace {

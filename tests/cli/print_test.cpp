@@ -6,8 +6,8 @@
 #include <filesystem>
 
 #include "cli/support/cli_test.h"
-#include "printing/support/run_program.h"
 #include "radio/demonstration.h"
+#include "support/run_program.h"
 
 namespace memwright::cli_tests {
 namespace {
@@ -22,7 +22,7 @@ class Print : public CliTest {
 
     std::string fact(const std::string& name, const std::string& file) const {
         const std::string facts =
-            "\n" + printing::output_of("/usr/bin/pdfinfo", {folder_.file(file)});
+            "\n" + systest::output_of("/usr/bin/pdfinfo", {folder_.file(file)});
         const auto start = facts.find("\n" + name + ":");
         if (start == std::string::npos) return "";
         const auto value = facts.find_first_not_of(' ', start + name.size() + 2);
@@ -30,7 +30,7 @@ class Print : public CliTest {
     }
     std::string pages(const std::string& file) const { return fact("Pages", file); }
     std::string words(const std::string& file) const {
-        return printing::output_of("/usr/bin/pdftotext", {"-layout", folder_.file(file), "-"});
+        return systest::output_of("/usr/bin/pdftotext", {"-layout", folder_.file(file), "-"});
     }
 };
 

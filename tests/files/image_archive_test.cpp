@@ -6,8 +6,8 @@
 
 #include "fakes/faulty_file_system.h"
 #include "fakes/seeded_random.h"
-#include "fakes/temporary_folder.h"
 #include "native/file_system.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 namespace {

@@ -11,9 +11,9 @@
 #include "fakes/faulty_file_system.h"
 #include "fakes/recording_interface.h"
 #include "fakes/scripted_dialogs.h"
-#include "fakes/temporary_folder.h"
 #include "files/image_files.h"
 #include "native/file_system.h"
+#include "support/temporary_folder.h"
 #include "table/columns.h"
 
 namespace memwright {

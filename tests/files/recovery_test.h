@@ -14,10 +14,10 @@
 #include "fakes/held_locks.h"
 #include "fakes/recording_interface.h"
 #include "fakes/scripted_dialogs.h"
-#include "fakes/temporary_folder.h"
 #include "fakes/virtual_time.h"
 #include "files/recovery.h"
 #include "native/file_system.h"
+#include "support/temporary_folder.h"
 #include "table/columns.h"
 
 namespace memwright {

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "fakes/temporary_folder.h"
 #include "fuzz/target.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::fuzz {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <gmock/gmock.h>
 
-#include <QProcess>
 #include <filesystem>
 
 #include "qt/command_line.h"
 #include "qt/core/text.h"
+#include "support/run_program.h"
 
 namespace memwright::gui {
 namespace {
@@ -90,39 +90,32 @@ TEST(CommandLine, version_is_one_line) {
     EXPECT_EQ(arguments.exit_status, 0);
 }
 
-struct Ended {
-    int status;
-    std::string output;
-    std::string errors;
-};
+using systest::ExitStatus;
 
 // Runs the program on a machine without a display.
-Ended run_program(const QStringList& arguments) {
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+systest::SeparateOutcome run_program(std::vector<std::string> arguments) {
+    systest::Environment environment = systest::inherited_environment();
     for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        environment.remove(name);
+        environment.erase(name);
     }
-    program.setProcessEnvironment(environment);
-    program.start(MEMWRIGHT_PROGRAM, arguments);
-    const bool ended = program.waitForFinished() && program.exitStatus() == QProcess::NormalExit;
-    return {ended ? program.exitCode() : -1, program.readAllStandardOutput().toStdString(),
-            program.readAllStandardError().toStdString()};
+    return systest::run_apart({.program = MEMWRIGHT_PROGRAM,
+                               .arguments = std::move(arguments),
+                               .environment = std::move(environment)});
 }
 
 TEST(CommandLine, the_program_answers_without_a_display) {
-    const Ended version = run_program({"--version"});
-    EXPECT_EQ(version.status, 0);
+    const auto version = run_program({"--version"});
+    EXPECT_EQ(version.status, ExitStatus{});
     EXPECT_EQ(version.output, "memwright 1.0\n");
     EXPECT_EQ(version.errors, "");
-    const Ended help = run_program({"--help"});
-    EXPECT_EQ(help.status, 0);
+    const auto help = run_program({"--help"});
+    EXPECT_EQ(help.status, ExitStatus{});
     EXPECT_THAT(help.output, StartsWith("Usage: memwright"));
 }
 
 TEST(CommandLine, the_program_ends_with_status_2_after_wrong_arguments) {
-    const Ended ended = run_program({"--com", "13=/dev/ttyUSB0"});
-    EXPECT_EQ(ended.status, 2);
+    const auto ended = run_program({"--com", "13=/dev/ttyUSB0"});
+    EXPECT_EQ(ended.status, (ExitStatus{2, 0}));
     EXPECT_EQ(ended.output, "");
     EXPECT_THAT(ended.errors, StartsWith("memwright: '13=/dev/ttyUSB0' is no N=DEVICE"));
 }

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QProcess>
-
 #include "fakes/seeded_random.h"
 #include "gui/support/window_test.h"
+#include "support/run_program.h"
 
 namespace memwright::gui {
 namespace {
@@ -20,12 +19,12 @@ class CsvAgreement : public StartedWindowTest {
     }
 
     // Runs memwright-cli in the folder of the files; gives its exit status.
-    int run_cli(const QStringList& arguments) {
-        QProcess cli;
-        cli.setWorkingDirectory(qt::from_file_name(folder_.path().string()));
-        cli.start(MEMWRIGHT_CLI, arguments);
-        const bool ended = cli.waitForFinished(kPatience);
-        return ended && cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
+    int run_cli(std::vector<std::string> arguments) {
+        const auto ended = systest::run_apart({.program = MEMWRIGHT_CLI,
+                                               .arguments = std::move(arguments),
+                                               .environment = systest::inherited_environment(),
+                                               .folder = folder_.path()});
+        return ended.status.signal == 0 ? ended.status.code : -1;
     }
 
     // Channels whose labels are any bytes that a list can hold; the table encodes them as they are,

@@ -8,10 +8,10 @@
 #include <chrono>
 #include <filesystem>
 
-#include "fakes/temporary_folder.h"
 #include "gui/support/robot.h"
 #include "qt/core/qt_platform.h"
 #include "qt/core/text.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::gui {
 namespace {

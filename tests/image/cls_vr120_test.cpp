@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/error.h"
-#include "fakes/temporary_folder.h"
 #include "image/image_store.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 namespace {

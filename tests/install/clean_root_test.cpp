@@ -8,13 +8,13 @@
 #include "install/support/clean_root.h"
 #include "install/support/debian_package.h"
 #include "install/support/installation.h"
-#include "printing/support/read_file.h"
+#include "support/read_file.h"
 
 namespace memwright::install {
 namespace {
 
 namespace fs = std::filesystem;
-using printing::read_file;
+using systest::read_file;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;

@@ -53,7 +53,7 @@ class Completion : public testing::Test {
             folder(),      "memwright-cli"};
         arguments.insert(arguments.end(), words.begin(), words.end());
         std::istringstream offers(
-            printing::output_of("/bin/bash", arguments, installation.environment()));
+            systest::output_of("/bin/bash", arguments, installation.environment()));
         std::vector<std::string> found;
         for (std::string offer; std::getline(offers, offer, '\0');) found.push_back(offer);
         return found;

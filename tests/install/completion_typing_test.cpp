@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "install/support/installation.h"
-#include "system/support/eventually.h"
+#include "support/eventually.h"
 
 // Behind the others, which mean GoogleTest's by the name of its namespace.
 #include "fakes/pseudo_terminal.h"

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "install/support/installation.h"
-#include "printing/support/read_file.h"
+#include "support/read_file.h"
 #include "system/support/program.h"
 
 namespace memwright::install {
@@ -27,10 +27,10 @@ class DoubleClick : public testing::Test {
               {"/usr/bin/update-desktop-database", "desktop-file-utils"}}) {
             if (const auto why = missing(program, package); !why.empty()) GTEST_SKIP() << why;
         }
-        printing::output_of("/usr/bin/update-mime-database", {installation.share() / "mime"},
-                            environment());
-        printing::output_of("/usr/bin/update-desktop-database",
-                            {installation.share() / "applications"}, environment());
+        systest::output_of("/usr/bin/update-mime-database", {installation.share() / "mime"},
+                           environment());
+        systest::output_of("/usr/bin/update-desktop-database",
+                           {installation.share() / "applications"}, environment());
         desktop = std::make_unique<Desktop>();
     }
     systest::Environment environment() const {
@@ -101,7 +101,7 @@ TEST_F(DoubleClick, a_name_with_blanks_signs_and_letters_of_all_kinds_is_opened)
 TEST_F(DoubleClick, the_window_is_known_as_the_desktop_files) {
     const TopWindow window = opened(image("a.120"));
     const auto wanted =
-        matches(printing::read_file(installation.desktop_file()), "^StartupWMClass=(.*)$");
+        matches(systest::read_file(installation.desktop_file()), "^StartupWMClass=(.*)$");
     ASSERT_EQ(wanted.size(), 1U);
     EXPECT_EQ(window.class_name(), wanted.front());
     close(window);

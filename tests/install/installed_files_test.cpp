@@ -6,13 +6,13 @@
 #include <fstream>
 
 #include "install/support/installation.h"
-#include "printing/support/read_file.h"
+#include "support/read_file.h"
 
 namespace memwright::install {
 namespace {
 
 namespace fs = std::filesystem;
-using printing::read_file;
+using systest::read_file;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -53,8 +53,8 @@ TEST_F(Installed, the_command_line_shows_channels) {
 }
 
 TEST_F(Installed, the_command_line_lists_ports) {
-    const auto outcome = printing::run_program(installation.program("memwright-cli"), {"ports"},
-                                               installation.environment());
+    const auto outcome = systest::run_program(installation.program("memwright-cli"), {"ports"},
+                                              installation.environment());
     EXPECT_TRUE(outcome.status.success()) << outcome.output;
 }
 
@@ -68,21 +68,21 @@ TEST_F(Installed, the_command_line_finds_its_module_when_a_link_leads_to_it) {
     const fs::path link = installation.folder() / "mw";
     const fs::path pages = installation.folder() / "channels.pdf";
     fs::create_symlink(installation.program("memwright-cli"), link);
-    printing::output_of(link, {"print", image(), "--pdf", pages}, installation.environment());
+    systest::output_of(link, {"print", image(), "--pdf", pages}, installation.environment());
     EXPECT_THAT(read_file(pages), StartsWith("%PDF-"));
 }
 
 TEST_F(Installed, the_command_line_finds_its_module_when_the_installation_has_moved) {
     const fs::path elsewhere = installation.folder() / "elsewhere";
     fs::rename(installation.prefix(), elsewhere);
-    const auto outcome = printing::run_program(elsewhere / "bin/memwright-cli", {"ports"});
+    const auto outcome = systest::run_program(elsewhere / "bin/memwright-cli", {"ports"});
     EXPECT_TRUE(outcome.status.success()) << outcome.output;
 }
 
 TEST_F(Installed, the_command_line_names_the_module_that_it_misses) {
     fs::remove(installation.module("memwright-desk.so"));
-    const auto outcome = printing::run_program(installation.program("memwright-cli"), {"ports"},
-                                               installation.environment());
+    const auto outcome = systest::run_program(installation.program("memwright-cli"), {"ports"},
+                                              installation.environment());
     EXPECT_EQ(outcome.status.code, 4);
     EXPECT_THAT(outcome.output, HasSubstr("memwright/modules/memwright-desk.so"));
     EXPECT_THAT(installation.say("memwright-cli", {"channels", image()}), HasSubstr("TOWER"));

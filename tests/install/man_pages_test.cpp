@@ -8,13 +8,13 @@
 #include <regex>
 
 #include "install/support/installation.h"
-#include "printing/support/read_file.h"
+#include "support/read_file.h"
 
 namespace memwright::install {
 namespace {
 
 namespace fs = std::filesystem;
-using printing::read_file;
+using systest::read_file;
 using testing::AnyOf;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
@@ -47,7 +47,7 @@ class ManPages : public testing::TestWithParam<std::string> {
     }
     // What somebody at a wide terminal reads.
     std::string text_of(const std::string& page) const {
-        return printing::output_of(kMan, {page}, environment());
+        return systest::output_of(kMan, {page}, environment());
     }
 
     Installation installation;
@@ -66,13 +66,13 @@ TEST_P(ManPages, are_formatted_without_a_warning) {
 }
 
 TEST_P(ManPages, are_found_where_they_are_installed) {
-    EXPECT_EQ(printing::output_of(kMan, {"-w", GetParam()}, environment()),
+    EXPECT_EQ(systest::output_of(kMan, {"-w", GetParam()}, environment()),
               installation.page(GetParam()).string() + "\n");
     EXPECT_THAT(text_of(GetParam()), HasSubstr("\n       " + GetParam() + " - "));
 }
 
 TEST_P(ManPages, have_a_line_for_the_index) {
-    EXPECT_THAT(printing::output_of("/usr/bin/lexgrog", {installation.page(GetParam())}),
+    EXPECT_THAT(systest::output_of("/usr/bin/lexgrog", {installation.page(GetParam())}),
                 HasSubstr(": \"" + GetParam() + " - "));
 }
 

@@ -7,13 +7,13 @@
 #include <map>
 
 #include "install/support/installation.h"
-#include "printing/support/read_file.h"
+#include "support/read_file.h"
 
 namespace memwright::install {
 namespace {
 
 namespace fs = std::filesystem;
-using printing::read_file;
+using systest::read_file;
 using testing::AllOf;
 using testing::ContainsRegex;
 using testing::ElementsAre;
@@ -43,8 +43,8 @@ std::pair<int, int> size_of_picture(const fs::path& file) {
 
 class Metadata : public testing::Test {
   protected:
-    printing::Outcome run(const fs::path& program, std::vector<std::string> arguments) const {
-        return printing::run_program(program, std::move(arguments), installation.environment());
+    systest::Outcome run(const fs::path& program, std::vector<std::string> arguments) const {
+        return systest::run_program(program, std::move(arguments), installation.environment());
     }
     std::string desktop() const { return read_file(installation.desktop_file()); }
     std::string metainfo() const { return read_file(installation.metainfo()); }

@@ -8,13 +8,13 @@
 
 #include "install/support/debian_package.h"
 #include "install/support/installation.h"
-#include "printing/support/read_file.h"
+#include "support/read_file.h"
 
 namespace memwright::install {
 namespace {
 
 namespace fs = std::filesystem;
-using printing::output_of;
+using systest::output_of;
 using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -40,7 +40,7 @@ std::string owner_of(const fs::path& file) {
     // Libraries are known by one of two names since /lib is a link to /usr/lib.
     const std::string real = fs::canonical(file);
     for (const std::string& name : {real, real.substr(std::string("/usr").size())}) {
-        const auto outcome = printing::run_program("/usr/bin/dpkg-query", {"--search", name});
+        const auto outcome = systest::run_program("/usr/bin/dpkg-query", {"--search", name});
         if (outcome.status.success()) return outcome.output.substr(0, outcome.output.find(':'));
     }
     return "nobody's " + real;
@@ -99,7 +99,7 @@ TEST_F(Package, needs_no_scripts) {
 
 TEST_F(Package, holds_what_an_installation_has_and_what_Debian_wants_besides) {
     const DebianPackage& package = made();
-    const systest::TemporaryFolder folder;
+    const TemporaryFolder folder;
     package.unpack(folder.path());
     Files wanted;
     for (const auto& [name, mode] : installed_files()) {
@@ -124,7 +124,7 @@ TEST_F(Package, its_files_are_roots_and_its_folders_open_whoever_made_it) {
 
 TEST_F(Package, its_binaries_are_stripped) {
     const DebianPackage& package = made();
-    const systest::TemporaryFolder folder;
+    const TemporaryFolder folder;
     package.unpack(folder.path());
     std::size_t binaries = 0;
     for (const auto& [name, mode] : files_under(folder.path())) {
@@ -138,7 +138,7 @@ TEST_F(Package, its_binaries_are_stripped) {
 
 TEST_F(Package, its_changelog_is_Debians_and_speaks_of_this_version) {
     const DebianPackage& package = made();
-    const systest::TemporaryFolder folder;
+    const TemporaryFolder folder;
     package.unpack(folder.path());
     const fs::path changelog = folder.path() / "usr/share/doc/memwright/changelog.gz";
     const std::string text = output_of("/bin/zcat", {changelog});

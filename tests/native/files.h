@@ -10,8 +10,8 @@
 #include <string>
 
 #include "base/error.h"
-#include "fakes/temporary_folder.h"
 #include "native/file_system.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 

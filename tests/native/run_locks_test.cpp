@@ -8,7 +8,7 @@
 
 #include "base/error.h"
 #include "fakes/child_process.h"
-#include "fakes/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 namespace {

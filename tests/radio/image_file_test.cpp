@@ -7,8 +7,8 @@
 #include <iterator>
 
 #include "base/error.h"
-#include "fakes/temporary_folder.h"
 #include "radio/computer.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::radio {
 namespace {

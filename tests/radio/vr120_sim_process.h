@@ -3,14 +3,14 @@
 // The built vr120-sim as a process, and the other end of its pseudo-terminal. Whatever waits here
 // waits until a deadline and then fails the test.
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "radio/frames.h"
+#include "support/process.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::radio {
 
@@ -22,13 +22,13 @@ class Vr120Sim {
     ~Vr120Sim();
 
     // The next line of its output; nothing at the end of it.
-    std::optional<std::string> line();
+    std::optional<std::string> line() { return next_line(output_); }
     // The next line of what it says of errors.
-    std::optional<std::string> error_line();
+    std::optional<std::string> error_line() { return next_line(errors_); }
 
-    bool says_nothing_for(int milliseconds) const;
+    bool says_nothing_for(int milliseconds);
 
-    void signal(int number) const;
+    void signal(int number) { process_.signal(number); }
 
     // Its exit status once it has ended; -1 if it was killed.
     int exit_status();
@@ -37,11 +37,17 @@ class Vr120Sim {
     double processor_time() const;
 
   private:
-    pid_t pid_ = -1;
-    int output_ = -1;
-    int errors_ = -1;
-    std::string output_read_;
-    std::string errors_read_;
+    struct Stream {
+        std::string file;
+        std::size_t read = 0;
+    };
+
+    std::optional<std::string> next_line(Stream& stream);
+
+    TemporaryFolder folder_;
+    Stream output_{folder_.file("output")};
+    Stream errors_{folder_.file("errors")};
+    systest::Process process_;
 };
 
 // The computer's end of the line.

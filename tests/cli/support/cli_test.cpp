@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "printing/support/run_program.h"
+#include "support/run_program.h"
 
 namespace memwright::cli_tests {
 
@@ -27,7 +27,7 @@ systest::Command cli_command(const Words& arguments, const TemporaryFolder& fold
 }
 
 Ended run_to_end(systest::Command command, const std::string& input) {
-    const auto [status, output, errors] = printing::run_apart(std::move(command), input);
+    const auto [status, output, errors] = systest::run_apart(std::move(command), input);
     return {status.signal != 0 ? kBySignal : status.code, output, errors};
 }
 

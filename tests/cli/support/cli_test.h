@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "cli/support/image.h"
-#include "fakes/temporary_folder.h"
-#include "system/support/process.h"
+#include "support/process.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::cli_tests {
 

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "printing/support/read_file.h"
-#include "system/support/eventually.h"
+#include "support/eventually.h"
+#include "support/read_file.h"
 
 namespace memwright::cli_tests {
 namespace {
@@ -32,7 +32,7 @@ RunningCli::RunningCli(systest::Command command)
     : command_(with_files(std::move(command), folder_)), process_(command_) {}
 
 void RunningCli::wait_for_error(const std::string& text) {
-    const auto errors = [&] { return printing::read_file(command_.errors); };
+    const auto errors = [&] { return systest::read_file(command_.errors); };
     if (!systest::wait_until([&] { return has(errors(), text) || !runs(); }) ||
         !has(errors(), text)) {
         throw std::runtime_error("memwright-cli does not say '" + text + "' but: " + errors());
@@ -45,7 +45,7 @@ Ended RunningCli::end() {
     }
     const systest::ExitStatus status = *process_.exit_status();
     const auto written = [&](const std::filesystem::path& file) {
-        return file.parent_path() == folder_.path() ? printing::read_file(file) : std::string();
+        return file.parent_path() == folder_.path() ? systest::read_file(file) : std::string();
     };
     return {status.signal != 0 ? kBySignal : status.code, written(command_.output),
             written(command_.errors)};

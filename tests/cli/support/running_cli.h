@@ -7,8 +7,8 @@
 #include <string>
 
 #include "cli/support/cli_test.h"
-#include "fakes/temporary_folder.h"
-#include "system/support/process.h"
+#include "support/process.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::cli_tests {
 

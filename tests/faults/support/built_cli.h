@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "fakes/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::faults {
 

@@ -9,9 +9,9 @@
 #include <optional>
 #include <string>
 
-#include "fakes/temporary_folder.h"
 #include "faults/support/traced_child.h"
 #include "platform/file_system.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::faults {
 

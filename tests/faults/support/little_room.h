@@ -9,7 +9,7 @@
 #include <ostream>
 #include <string>
 
-#include "fakes/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::faults {
 

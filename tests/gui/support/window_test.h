@@ -1,7 +1,7 @@
 #pragma once
 
-// The real window with the real core behind it, its settings and all else that it keeps for its user
-// in a folder of their own.
+// The real window with the real core behind it, its settings and all else that it keeps for its
+// user in a folder of their own.
 
 #include <gtest/gtest.h>
 
@@ -11,11 +11,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "fakes/temporary_folder.h"
 #include "gui/support/robot.h"
 #include "image/memory_image.h"
-#include "qt/desktop.h"
 #include "qt/core/text.h"
+#include "qt/desktop.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::gui {
 

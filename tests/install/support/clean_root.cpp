@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "install/support/installation.h"
-#include "printing/support/read_file.h"
+#include "support/read_file.h"
 
 namespace memwright::install {
 namespace {
@@ -43,7 +43,7 @@ fs::path sources() {
 
 std::string value_in_os_release(const std::string& key) {
     const auto found =
-        matches(printing::read_file("/etc/os-release"), "^" + key + "=\"?([^\"\\n]*)");
+        matches(systest::read_file("/etc/os-release"), "^" + key + "=\"?([^\"\\n]*)");
     return found.empty() ? "" : found.front();
 }
 
@@ -93,17 +93,18 @@ std::string CleanRoot::why_not() {
     if (value_in_os_release("ID") != "debian") return "A clean root is one of Debian's own.";
     if (const auto why = missing(kMaker, "mmdebstrap"); !why.empty()) return why;
     if (sources().empty()) return "There are no package sources in /etc/apt.";
-    const auto namespaces = printing::run_program(
-        kUnshare, {"--mount", "--pid", "--fork", "--mount-proc", "/bin/true"});
+    const auto namespaces =
+        systest::run_program(kUnshare, {"--mount", "--pid", "--fork", "--mount-proc", "/bin/true"});
     return namespaces.status.success() ? "" : "No namespaces: " + namespaces.output;
 }
 
-CleanRoot::CleanRoot(const std::set<std::string>& packages) : folder_(place()) {
+CleanRoot::CleanRoot(const std::set<std::string>& packages)
+    : folder_(TemporaryFolder::For::the_test, place()) {
     // The user under which packages are fetched has to come by.
     fs::permissions(folder_.path(),
                     fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
     // What it mounts is not mounted for anybody else, whatever happens.
-    const auto made = printing::run_program(
+    const auto made = systest::run_program(
         kUnshare,
         {"--mount", kMaker, "--mode=root", "--variant=essential", "--dpkgopt=force-unsafe-io",
          "--aptopt=Acquire::Languages \"none\"", "--aptopt=APT::Install-Recommends \"false\"",
@@ -115,17 +116,17 @@ CleanRoot::CleanRoot(const std::set<std::string>& packages) : folder_(place()) {
     throw std::runtime_error("mmdebstrap failed: " + made.output);
 }
 
-printing::Outcome CleanRoot::run(const std::string& program,
-                                 std::vector<std::string> arguments) const {
+systest::Outcome CleanRoot::run(const std::string& program,
+                                std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(), {"--mount", "--pid", "--fork", "--mount-proc",
                                          "--root=" + path().string(), program});
-    return printing::run_program(kUnshare, std::move(arguments),
-                                 {{"PATH", kPath},
-                                  {"HOME", "/root"},
-                                  {"XDG_RUNTIME_DIR", "/root"},
-                                  {"LC_ALL", "C.UTF-8"},
-                                  {"DEBIAN_FRONTEND", "noninteractive"}},
-                                 kPatience);
+    return systest::run_program(kUnshare, std::move(arguments),
+                                {{"PATH", kPath},
+                                 {"HOME", "/root"},
+                                 {"XDG_RUNTIME_DIR", "/root"},
+                                 {"LC_ALL", "C.UTF-8"},
+                                 {"DEBIAN_FRONTEND", "noninteractive"}},
+                                kPatience);
 }
 
 std::string CleanRoot::output_of(const std::string& program,

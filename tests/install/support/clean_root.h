@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
-#include "printing/support/run_program.h"
-#include "system/support/temporary_folder.h"
+#include "support/run_program.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::install {
 
@@ -34,7 +34,7 @@ class CleanRoot {
     std::filesystem::path path() const { return folder_.path() / "root"; }
 
     // Runs a program of the root in it.
-    printing::Outcome run(const std::string& program, std::vector<std::string> arguments) const;
+    systest::Outcome run(const std::string& program, std::vector<std::string> arguments) const;
     std::string output_of(const std::string& program, std::vector<std::string> arguments) const;
 
     // Every file, folder and link with what it is: kind, permissions, length or target. Without the
@@ -42,7 +42,7 @@ class CleanRoot {
     std::map<std::string, std::string> content() const;
 
   private:
-    systest::TemporaryFolder folder_;
+    TemporaryFolder folder_;
 };
 
 }  // namespace memwright::install

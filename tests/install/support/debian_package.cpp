@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "install/support/installation.h"
-#include "printing/support/run_program.h"
+#include "support/run_program.h"
 
 namespace memwright::install {
 namespace {
@@ -33,7 +33,7 @@ std::string DebianPackage::why_not() {
 }
 
 DebianPackage::DebianPackage() {
-    printing::output_of(
+    systest::output_of(
         CPACK_PROGRAM,
         {"-G", "DEB", "--config", BUILD_FOLDER "/CPackConfig.cmake", "-B", folder_.path()}, {},
         kPatience);
@@ -44,7 +44,7 @@ DebianPackage::DebianPackage() {
 }
 
 std::string DebianPackage::field(const std::string& name) const {
-    std::string text = printing::output_of(kDpkgDeb, {"--field", file_, name});
+    std::string text = systest::output_of(kDpkgDeb, {"--field", file_, name});
     if (text.ends_with('\n')) text.pop_back();
     return text;
 }
@@ -59,12 +59,12 @@ std::set<std::string> DebianPackage::packages_in(const std::string& name) const 
 }
 
 std::vector<std::string> DebianPackage::listing() const {
-    return lines_of(printing::output_of(kDpkgDeb, {"--contents", file_}));
+    return lines_of(systest::output_of(kDpkgDeb, {"--contents", file_}));
 }
 
 std::set<std::string> DebianPackage::control_files() const {
     const fs::path folder = folder_.path() / "control";
-    printing::output_of(kDpkgDeb, {"--control", file_, folder});
+    systest::output_of(kDpkgDeb, {"--control", file_, folder});
     std::set<std::string> names;
     for (const auto& entry : fs::directory_iterator(folder)) {
         names.insert(entry.path().filename());
@@ -73,7 +73,7 @@ std::set<std::string> DebianPackage::control_files() const {
 }
 
 void DebianPackage::unpack(const fs::path& folder) const {
-    printing::output_of(kDpkgDeb, {"--extract", file_, folder});
+    systest::output_of(kDpkgDeb, {"--extract", file_, folder});
 }
 
 }  // namespace memwright::install

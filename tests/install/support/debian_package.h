@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "system/support/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::install {
 
@@ -37,7 +37,7 @@ class DebianPackage {
     void unpack(const std::filesystem::path& folder) const;
 
   private:
-    systest::TemporaryFolder folder_;
+    TemporaryFolder folder_{TemporaryFolder::For::the_test};
     std::filesystem::path file_;
 };
 

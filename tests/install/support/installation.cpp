@@ -44,12 +44,12 @@ systest::Environment Installation::environment() const {
 }
 
 std::string Installation::say(const std::string& name, std::vector<std::string> arguments) const {
-    return printing::output_of(program(name), std::move(arguments), environment());
+    return systest::output_of(program(name), std::move(arguments), environment());
 }
 
 void install(const fs::path& prefix, const std::string& stage) {
-    printing::output_of(CMAKE_PROGRAM, {"--install", BUILD_FOLDER, "--prefix", prefix},
-                        {{"DESTDIR", stage}});
+    systest::output_of(CMAKE_PROGRAM, {"--install", BUILD_FOLDER, "--prefix", prefix},
+                       {{"DESTDIR", stage}});
 }
 
 Files files_under(const fs::path& folder) {

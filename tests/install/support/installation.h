@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "printing/support/run_program.h"
-#include "system/support/process.h"
-#include "system/support/temporary_folder.h"
+#include "support/process.h"
+#include "support/run_program.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::install {
 
@@ -46,7 +46,7 @@ class Installation {
     std::filesystem::path folder() const { return folder_.path(); }
 
   private:
-    systest::TemporaryFolder folder_;
+    TemporaryFolder folder_{TemporaryFolder::For::the_test};
 };
 
 // Installs under the prefix; with a `stage`, below that folder, as packagers do.

@@ -13,14 +13,17 @@
 #include <system_error>
 #include <utility>
 
-#include "printing/support/read_file.h"
-#include "printing/support/run_program.h"
-#include "system/support/eventually.h"
+#include "support/eventually.h"
+#include "support/read_file.h"
+#include "support/run_program.h"
 
 namespace memwright::printing {
 namespace {
 
 namespace fs = std::filesystem;
+using systest::output_of;
+using systest::read_file;
+using systest::run_program;
 
 // A job passes through Ghostscript twice, beside everything else that the machine does.
 constexpr systest::Milliseconds kLimit{90000};

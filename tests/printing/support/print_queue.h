@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "system/support/process.h"
-#include "system/support/temporary_folder.h"
+#include "support/process.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::printing {
 
@@ -54,7 +54,7 @@ class PrintQueue {
     void end_jobs() const;
     std::string end_of_log() const;
 
-    systest::TemporaryFolder folder_;
+    TemporaryFolder folder_{TemporaryFolder::For::the_test};
     std::optional<systest::Process> scheduler_;
 };
 

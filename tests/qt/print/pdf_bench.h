@@ -8,10 +8,10 @@
 #include <string>
 
 #include "fakes/faulty_file_system.h"
-#include "fakes/temporary_folder.h"
 #include "native/file_system.h"
 #include "qt/print/pdf_document.h"
 #include "qt/print/pdf_file.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 

@@ -1,26 +1,26 @@
 #include "qt/print/pdf_file.h"
 
-#include <QProcess>
-#include <QTemporaryDir>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
+
+#include "support/run_program.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 namespace {
 
 constexpr double kTwipsPerPoint = 20;
-constexpr int kPatience = 60'000;  // milliseconds
 
-std::string run(const QString& tool, const QStringList& arguments) {
-    QProcess process;
-    process.start(tool, arguments);
-    if (!process.waitForFinished(kPatience) || process.exitStatus() != QProcess::NormalExit ||
-        process.exitCode() != 0) {
-        throw std::runtime_error(tool.toStdString() + " fails (is poppler-utils installed?): " +
-                                 process.readAllStandardError().toStdString());
+std::string run(const char* tool, const QStringList& arguments) {
+    systest::Command command = {.program = tool, .environment = systest::inherited_environment()};
+    for (const QString& each : arguments) command.arguments.push_back(each.toStdString());
+    const auto ended = systest::run_apart(std::move(command));
+    if (!ended.status.success()) {
+        throw std::runtime_error(std::string(tool) +
+                                 " fails (is poppler-utils installed?): " + ended.errors);
     }
-    return process.readAllStandardOutput().toStdString();
+    return ended.output;
 }
 
 std::vector<std::string> lines_of(const std::string& text) {
@@ -92,7 +92,7 @@ bool PdfFile::fonts_are_whole() const {
 }
 
 QImage PdfFile::picture(int page, int dots_per_inch, const QRectF& part) const {
-    QTemporaryDir folder;
+    const TemporaryFolder folder;
     QStringList arguments =
         only(page) + QStringList{"-png", "-singlefile", "-r", QString::number(dots_per_inch)};
     if (!part.isEmpty()) {
@@ -102,9 +102,9 @@ QImage PdfFile::picture(int page, int dots_per_inch, const QRectF& part) const {
         arguments += {"-x", dots(part.left()),  "-y", dots(part.top()),
                       "-W", dots(part.width()), "-H", dots(part.height())};
     }
-    run("pdftoppm",
-        arguments + QStringList{QString::fromStdString(path_), folder.filePath("page")});
-    QImage image(folder.filePath("page.png"));
+    run("pdftoppm", arguments + QStringList{QString::fromStdString(path_),
+                                            QString::fromStdString(folder.file("page"))});
+    QImage image(QString::fromStdString(folder.file("page.png")));
     if (image.isNull()) throw std::runtime_error(path_ + " gives no picture");
     return image.convertToFormat(QImage::Format_Grayscale8);
 }

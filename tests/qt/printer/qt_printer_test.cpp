@@ -18,19 +18,19 @@
 #include "fakes/child_process.h"
 #include "native/file_system.h"
 #include "printing/support/print_queue.h"
-#include "printing/support/read_file.h"
-#include "printing/support/run_program.h"
-#include "system/support/eventually.h"
-#include "system/support/temporary_folder.h"
+#include "support/eventually.h"
+#include "support/read_file.h"
+#include "support/run_program.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 namespace {
 
 namespace fs = std::filesystem;
-using printing::output_of;
 using printing::PrintQueue;
-using printing::read_file;
-using printing::run_program;
+using systest::output_of;
+using systest::read_file;
+using systest::run_program;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -78,7 +78,7 @@ class QtPrinterTest : public testing::Test {
     fs::path home() const { return folder_.path() / "home"; }
     static systest::Environment no_service() { return {{"CUPS_SERVER", "/no/such/socket"}}; }
 
-    systest::TemporaryFolder folder_;
+    TemporaryFolder folder_;
 };
 
 class QtPrinterWithAQueue : public QtPrinterTest {

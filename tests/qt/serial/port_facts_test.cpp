@@ -18,6 +18,7 @@
 #include "fakes/pseudo_terminal.h"
 #include "qt/serial/port_diagnosis.h"
 #include "qt/serial/qt_serial_port.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 namespace {
@@ -99,14 +100,13 @@ TEST_F(PortFactsTest, a_name_without_a_folder_is_looked_for_in_dev) {
 }
 
 TEST_F(PortFactsTest, a_folder_that_may_not_be_entered_is_told) {
-    std::string pattern = (fs::temp_directory_path() / "memwright-closed-XXXXXX").string();
-    const fs::path folder = mkdtemp(pattern.data());
+    const TemporaryFolder closed;
+    const fs::path& folder = closed.path();
     fs::permissions(folder, fs::perms::none);
     const std::string text = told_without_rights(foreign_group_, [&] {
         return std::to_string(static_cast<int>(port_facts(folder / "port").cause));
     });
     EXPECT_EQ(text, std::to_string(static_cast<int>(Cause::folder_closed)));
-    fs::remove(folder);
 }
 
 TEST_F(PortFactsTest, a_device_that_nobody_may_use_is_a_matter_of_permission) {

@@ -1,12 +1,12 @@
 #include "qt/serial/qt_serial_devices.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
 
 #include "fakes/pseudo_terminal.h"
+#include "support/temporary_folder.h"
 
 namespace memwright {
 namespace {
@@ -15,18 +15,13 @@ namespace fs = std::filesystem;
 
 class QtSerialDevicesTest : public ::testing::Test {
   protected:
-    QtSerialDevicesTest() {
-        std::string pattern = (fs::temp_directory_path() / "memwright-tty-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
     void add_port(const std::string& name, const std::string& type) {
         fs::create_directories(folder_ / name);
         std::ofstream(folder_ / name / "type") << type;
     }
 
-    fs::path folder_;
+    const TemporaryFolder own_folder_;
+    const fs::path folder_ = own_folder_.path();
     QtSerialDevices devices_;
 };
 

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "qt/serial/port_bench.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::testing {
 namespace {
@@ -17,17 +18,12 @@ using ::testing::StartsWith;
 
 class QtSerialPortOpening : public PortBench {
   protected:
-    QtSerialPortOpening() {
-        std::string pattern = (fs::temp_directory_path() / "memwright-port-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
     std::string refusal() {
         return error_of([this] { port_.PortOpen(true); });
     }
 
-    fs::path folder_;
+    const TemporaryFolder own_folder_;
+    const fs::path folder_ = own_folder_.path();
 };
 
 TEST_F(QtSerialPortOpening, opens_and_closes_as_often_as_wanted) {

@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "app/transfers/transfer_bench.h"
-#include "fakes/temporary_folder.h"
 #include "qt/core/qt_platform.h"
 #include "qt/serial/qt_serial_port.h"
 #include "radio/vr120_sim_process.h"
+#include "support/temporary_folder.h"
 
 namespace memwright::transfer_tests {
 

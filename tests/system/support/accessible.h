@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "system/support/eventually.h"
+#include "support/eventually.h"
 #include "system/support/geometry.h"
 #include "system/support/message_bus.h"
 #include "system/support/role.h"

@@ -11,11 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "system/support/eventually.h"
+#include "support/eventually.h"
+#include "support/process.h"
+#include "support/temporary_folder.h"
 #include "system/support/keyboard.h"
-#include "system/support/process.h"
 #include "system/support/screen.h"
-#include "system/support/temporary_folder.h"
 #include "system/support/top_window.h"
 
 namespace memwright::systest {
@@ -55,7 +55,7 @@ class Desktop {
     void start_manager_and_registry();
     Command service(const char* program, std::vector<std::string> arguments) const;
 
-    TemporaryFolder folder_;
+    TemporaryFolder folder_{TemporaryFolder::For::the_test};
     Environment environment_;
     int programs_ = 0;
     // In the order of starting; they end in the reverse order.

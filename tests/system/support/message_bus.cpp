@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "system/support/eventually.h"
+#include "support/eventually.h"
 
 namespace memwright::systest {
 namespace {

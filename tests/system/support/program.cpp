@@ -2,19 +2,14 @@
 
 #include <cstdlib>
 #include <exception>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
+#include "support/read_file.h"
+
 namespace memwright::systest {
 namespace {
-
-std::string read_file(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 std::string inherited(const char* name) {
     const char* value = std::getenv(name);

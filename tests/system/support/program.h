@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "support/eventually.h"
+#include "support/process.h"
 #include "system/support/desktop.h"
-#include "system/support/eventually.h"
-#include "system/support/process.h"
 
 namespace memwright::systest {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 // GoogleTest has to come before Xlib and its macros.
-#include "system/support/eventually.h"
+#include "support/eventually.h"
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>

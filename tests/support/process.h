@@ -31,6 +31,9 @@ struct Command {
     int death_signal = SIGKILL;     // what it receives when the test dies
 };
 
+// The environment of the test itself.
+Environment inherited_environment();
+
 struct ExitStatus {
     int code = 0;    // meaningful when signal is 0
     int signal = 0;  // the signal that ended it

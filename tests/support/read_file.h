@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-namespace memwright::printing {
+namespace memwright::systest {
 
 inline std::string read_file(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
@@ -17,4 +17,4 @@ inline std::string read_file(const std::filesystem::path& file) {
     return text.str();
 }
 
-}  // namespace memwright::printing
+}  // namespace memwright::systest

@@ -1,4 +1,4 @@
-#include "system/support/eventually.h"
+#include "support/eventually.h"
 
 #include <thread>
 

@@ -1,4 +1,4 @@
-#include "system/support/process.h"
+#include "support/process.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -11,7 +11,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "system/support/eventually.h"
+#include "support/eventually.h"
 
 namespace memwright::systest {
 namespace {
@@ -87,6 +87,16 @@ bool open_as(int descriptor, const char* file, int flags) {
 }
 
 }  // namespace
+
+Environment inherited_environment() {
+    Environment found;
+    for (char** each = environ; *each != nullptr; ++each) {
+        const std::string text = *each;
+        const auto equals = text.find('=');
+        if (equals != std::string::npos) found[text.substr(0, equals)] = text.substr(equals + 1);
+    }
+    return found;
+}
 
 std::ostream& operator<<(std::ostream& out, const ExitStatus& status) {
     if (status.signal != 0) return out << "ended by signal " << status.signal;

@@ -1,4 +1,4 @@
-#include "printing/support/run_program.h"
+#include "support/run_program.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace memwright::printing {
+namespace memwright::systest {
 namespace {
 
 // A file without a name, so nothing is left behind however the test ends.
@@ -50,9 +50,9 @@ class MemoryFile {
     int descriptor_;
 };
 
-void wait_for_end(systest::Process& process, const systest::Command& command,
-                  const MemoryFile& errors, systest::Milliseconds patience = systest::kPatience) {
-    if (systest::wait_until([&] { return process.exit_status().has_value(); }, patience)) return;
+void wait_for_end(Process& process, const Command& command, const MemoryFile& errors,
+                  Milliseconds patience = kPatience) {
+    if (wait_until([&] { return process.exit_status().has_value(); }, patience)) return;
     throw std::runtime_error("'" + command.program.string() +
                              "' does not end: " + errors.content());
 }
@@ -60,20 +60,20 @@ void wait_for_end(systest::Process& process, const systest::Command& command,
 }  // namespace
 
 Outcome run_program(const std::filesystem::path& program, std::vector<std::string> arguments,
-                    systest::Environment environment, systest::Milliseconds patience) {
+                    Environment environment, Milliseconds patience) {
     environment.try_emplace("PATH", "/usr/sbin:/usr/bin:/sbin:/bin");
     const MemoryFile output;
-    const systest::Command command = {.program = program,
-                                      .arguments = std::move(arguments),
-                                      .environment = std::move(environment),
-                                      .output = output.path(),
-                                      .errors = output.path()};
-    systest::Process process(command);
+    const Command command = {.program = program,
+                             .arguments = std::move(arguments),
+                             .environment = std::move(environment),
+                             .output = output.path(),
+                             .errors = output.path()};
+    Process process(command);
     wait_for_end(process, command, output, patience);
     return {*process.exit_status(), output.content()};
 }
 
-SeparateOutcome run_apart(systest::Command command, const std::string& input) {
+SeparateOutcome run_apart(Command command, const std::string& input) {
     const MemoryFile given;
     const MemoryFile output;
     const MemoryFile errors;
@@ -81,13 +81,13 @@ SeparateOutcome run_apart(systest::Command command, const std::string& input) {
     if (command.input.empty()) command.input = given.path();
     if (command.output.empty()) command.output = output.path();
     if (command.errors.empty()) command.errors = errors.path();
-    systest::Process process(command);
+    Process process(command);
     wait_for_end(process, command, errors);
     return {*process.exit_status(), output.content(), errors.content()};
 }
 
 std::string output_of(const std::filesystem::path& program, std::vector<std::string> arguments,
-                      systest::Environment environment, systest::Milliseconds patience) {
+                      Environment environment, Milliseconds patience) {
     Outcome outcome = run_program(program, std::move(arguments), std::move(environment), patience);
     if (outcome.status.success()) return std::move(outcome.output);
     std::ostringstream why;
@@ -95,4 +95,4 @@ std::string output_of(const std::filesystem::path& program, std::vector<std::str
     throw std::runtime_error(why.str());
 }
 
-}  // namespace memwright::printing
+}  // namespace memwright::systest

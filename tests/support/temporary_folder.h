@@ -1,7 +1,7 @@
 #pragma once
 
 // A new folder of its own for a test, removed with all that is in it at the end. Every user of the
-// machine may enter and write to it until a test says otherwise.
+// machine may enter and write to it, unless it is the test's alone.
 
 #include <gtest/gtest.h>
 
@@ -18,19 +18,25 @@ namespace memwright {
 
 class TemporaryFolder {
   public:
-    TemporaryFolder() {
+    enum class For { everybody, the_test };
+
+    explicit TemporaryFolder(
+        For whom = For::everybody,
+        const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
         std::random_device random;
         do {
-            path_ = std::filesystem::temp_directory_path() /
-                    ("memwright-test-" + std::to_string(random()));
+            path_ = parent / ("memwright-test-" + std::to_string(random()));
         } while (!std::filesystem::create_directory(path_));
-        std::filesystem::permissions(path_, std::filesystem::perms::all);
+        using std::filesystem::perms;
+        std::filesystem::permissions(path_, whom == For::everybody ? perms::all : perms::owner_all);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder() {
         std::error_code ignored;
         std::filesystem::permissions(path_, std::filesystem::perms::all, ignored);
+        std::filesystem::remove_all(path_, ignored);
+        // Once more, where a process that was just ending was still writing.
         std::filesystem::remove_all(path_, ignored);
     }
 

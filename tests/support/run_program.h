@@ -8,34 +8,32 @@
 #include <string>
 #include <vector>
 
-#include "system/support/eventually.h"
-#include "system/support/process.h"
+#include "support/eventually.h"
+#include "support/process.h"
 
-namespace memwright::printing {
+namespace memwright::systest {
 
 struct Outcome {
-    systest::ExitStatus status;
+    ExitStatus status;
     std::string output;  // standard output and errors, as they came
 };
 
 // With the environment and a PATH.
 Outcome run_program(const std::filesystem::path& program, std::vector<std::string> arguments,
-                    systest::Environment environment = {},
-                    systest::Milliseconds patience = systest::kPatience);
+                    Environment environment = {}, Milliseconds patience = kPatience);
 
 // The same; fails, with what it wrote, unless it succeeds.
 std::string output_of(const std::filesystem::path& program, std::vector<std::string> arguments,
-                      systest::Environment environment = {},
-                      systest::Milliseconds patience = systest::kPatience);
+                      Environment environment = {}, Milliseconds patience = kPatience);
 
 struct SeparateOutcome {
-    systest::ExitStatus status;
+    ExitStatus status;
     std::string output;
     std::string errors;
 };
 
 // Runs a command as it stands, but for the streams that it leaves open: standard input is the text,
 // output and errors come back, each by itself.
-SeparateOutcome run_apart(systest::Command command, const std::string& input = "");
+SeparateOutcome run_apart(Command command, const std::string& input = "");
 
-}  // namespace memwright::printing
+}  // namespace memwright::systest
