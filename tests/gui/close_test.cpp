@@ -96,15 +96,6 @@ TEST_F(Close, yes_saves_the_changes) {
     EXPECT_EQ(form().MSFlexGrid1.TextMatrix(1, 2), "145.50000");
 }
 
-TEST_F(Close, no_closes_without_saving) {
-    open_some_image();
-    const auto before = folder_.get("radio.120");
-    change_table();
-    close({press(QMessageBox::No)});
-    EXPECT_FALSE(window().isVisible());
-    EXPECT_EQ(folder_.get("radio.120"), before);
-}
-
 TEST_F(Close, cancel_keeps_the_window_and_the_settings_are_written_all_the_same) {
     open_some_image();
     const auto before = folder_.get("radio.120");
@@ -121,28 +112,6 @@ TEST_F(Close, escape_in_the_question_is_cancel) {
     open_some_image();
     change_table();
     close({press_key(Qt::Key_Escape)});
-    EXPECT_TRUE(window().isVisible());
-}
-
-TEST_F(Close, a_save_that_is_cancelled_keeps_the_window) {
-    // A table without a file.
-    form().EnableGui();
-    change_table();
-    const auto seen = close({press(QMessageBox::Yes), press_key(Qt::Key_Escape)});
-    ASSERT_EQ(seen.size(), 2U);
-    EXPECT_EQ(seen[1].title, "Save File As..");
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_EQ(form().MSFlexGrid1.TextMatrix(1, 2), "145.50000");
-}
-
-TEST_F(Close, a_save_that_fails_is_told_and_keeps_the_window) {
-    open_some_image();
-    change_table();
-    std::filesystem::remove(folder_.path() / "radio.120");
-    std::filesystem::create_directory(folder_.path() / "radio.120");
-    const auto seen = close({press(QMessageBox::Yes), press(QMessageBox::Ok)});
-    ASSERT_EQ(seen.size(), 2U);
-    EXPECT_EQ(seen[1].icon, QMessageBox::Critical);
     EXPECT_TRUE(window().isVisible());
 }
 

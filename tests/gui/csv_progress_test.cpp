@@ -14,9 +14,7 @@
 namespace memwright::gui {
 namespace {
 
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::StartsWith;
 
 constexpr int kMemories = 640;
 
@@ -145,7 +143,6 @@ TEST_F(CsvProgress, a_long_import_shows_how_far_it_is_and_locks_the_window) {
         EXPECT_LT(end_of_status_text(), bar().x());
         EXPECT_THAT(clipped_texts(), IsEmpty());
         expect_locked(true);
-        take_picture(window(), "csv_import");
     });
     robot_.answer(choose_file());
     import();
@@ -182,55 +179,6 @@ TEST_F(CsvProgress, escape_does_what_the_button_does) {
     robot_.answer(choose_file());
     import();
     expect_cancelled();
-}
-
-TEST_F(CsvProgress, a_whole_import_can_follow_a_cancelled_one) {
-    put_lines(100);
-    at(1, [&] { press_escape(); });
-    robot_.answer(choose_file());
-    import();
-    actions_.clear();
-    robot_.answer(choose_file());
-    import();
-    EXPECT_EQ(tag(1), "END 0");
-    EXPECT_EQ(status(), "");
-    expect_over();
-}
-
-TEST_F(CsvProgress, closing_the_window_ends_the_import) {
-    put_lines(100);
-    at(40, [&] { static_cast<QWidget&>(window()).close(); });
-    robot_.answer(choose_file());
-    import();
-    EXPECT_FALSE(window().isVisible());
-    EXPECT_EQ(texts(), before_);
-    EXPECT_EQ(setting("WindowState"), "0");
-}
-
-TEST_F(CsvProgress, a_close_that_is_cancelled_lets_the_import_go_on) {
-    change_table();
-    put_lines(100);
-    at(40, [&] { static_cast<QWidget&>(window()).close(); });
-    robot_.answer(choose_file()).answer(press(QMessageBox::Cancel));
-    import();
-    ASSERT_EQ(robot_.seen().size(), 2U);
-    EXPECT_THAT(qt::to_utf8(robot_.seen()[1].text), HasSubstr("has changed"));
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_EQ(tag(1), "END 0");
-    expect_over();
-}
-
-TEST_F(CsvProgress, a_bad_line_at_the_end_is_reported_with_the_window_free_again) {
-    put_lines(100, "964,118.1,AM,,\"Y\"\r\n");
-    robot_.answer(choose_file())
-        .answer(look([&](QDialog&) { EXPECT_FALSE(bar().isVisible() || button().isVisible()); },
-                     press(QMessageBox::Ok)));
-    import();
-    ASSERT_EQ(robot_.seen().size(), 2U);
-    EXPECT_THAT(qt::to_utf8(robot_.seen()[1].text),
-                StartsWith("Cannot import line 64002 of " + folder_.file("in.csv")));
-    EXPECT_EQ(tag(1), "END 0");
-    expect_over();
 }
 
 }  // namespace

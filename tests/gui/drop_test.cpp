@@ -52,27 +52,6 @@ TEST_F(Drop, the_question_about_changes_comes_first_and_cancel_changes_nothing) 
     EXPECT_EQ(form().MSFlexGrid1.TextMatrix(1, 2), "145.50000");
 }
 
-TEST_F(Drop, no_opens_the_file_without_saving_the_other_one) {
-    open_some_image();
-    const auto before = folder_.get("radio.120");
-    change_table();
-    const QUrl file = other_image();
-    answering({press(QMessageBox::No)}, [&] { drop({file}); });
-    EXPECT_EQ(caption(), other_caption());
-    EXPECT_NE(form().MSFlexGrid1.TextMatrix(1, 2), "145.50000");
-    EXPECT_EQ(folder_.get("radio.120"), before);
-}
-
-TEST_F(Drop, yes_saves_the_changes_and_opens_the_file) {
-    open_some_image();
-    const auto before = folder_.get("radio.120");
-    change_table();
-    const QUrl file = other_image();
-    answering({press(QMessageBox::Yes)}, [&] { drop({file}); });
-    EXPECT_EQ(caption(), other_caption());
-    EXPECT_NE(folder_.get("radio.120"), before);
-}
-
 TEST_F(Drop, what_is_not_one_file_is_refused) {
     const QUrl file = other_image();
     EXPECT_FALSE(drop({}));

@@ -176,26 +176,12 @@ TEST_F(EditingFocus, a_dialog_closes_the_overlay_and_gives_the_focus_to_the_grid
     expect_closed();
 }
 
-TEST_F(EditingFocus, saving_saves_what_was_typed_last) {
-    edit();
-    choose("mnuFile", "mnuSaveOnly");
-    EXPECT_EQ(saved_tag(), "TYPED");
-    expect_closed();
-}
-
 TEST_F(EditingFocus, closing_the_window_asks_about_what_was_typed_last_and_saves_it) {
     edit();
     const auto seen =
         answering({press(QMessageBox::Yes)}, [this] { static_cast<QWidget&>(window()).close(); });
     ASSERT_EQ(seen.size(), 1U);
     EXPECT_EQ(saved_tag(), "TYPED");
-}
-
-TEST_F(EditingFocus, a_close_that_is_cancelled_keeps_what_was_typed) {
-    edit();
-    answering({press(QMessageBox::Cancel)}, [this] { static_cast<QWidget&>(window()).close(); });
-    window().activateWindow();
-    expect_closed();
 }
 
 TEST_F(EditingFocus, the_start_of_a_transfer_closes_the_overlay) {

@@ -69,20 +69,6 @@ TEST_F(Editing, abc_in_a_tag_becomes_ABC) {
     EXPECT_EQ(cell(kEmptyRow, 3), "");
 }
 
-TEST_F(Editing, a_tag_takes_only_its_characters) {
-    for (char32_t code = 0x20; code < 0x100; ++code) {
-        if (code >= 0x7F && code < 0xA0) continue;
-        const QString typed = QString::fromUcs4(&code, 1);
-        open(kEmptyRow, 1);
-        type(typed);
-        const QString upper = code < 0x80 ? typed.toUpper() : typed;
-        const bool taken = QString(" ()*+-/0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ").contains(upper);
-        EXPECT_EQ(text(), taken ? qt::to_utf8(upper) : "") << static_cast<unsigned>(code);
-        key(Qt::Key_Escape);
-        set_cell(kEmptyRow, 1, "");
-    }
-}
-
 TEST_F(Editing, hashes_and_accents_are_dropped_between_what_is_taken) {
     open(kEmptyRow, 1);
     type(
@@ -105,36 +91,10 @@ TEST_F(Editing, a_seventh_character_leaves_six_and_the_caret_where_it_was) {
     EXPECT_EQ(box().cursorPosition(), 1);
 }
 
-TEST_F(Editing, a_second_full_stop_in_a_frequency_is_dropped) {
-    open(kEmptyRow, 2);
-    type("145.5.5");
-    EXPECT_EQ(text(), "145.55");
-    EXPECT_EQ(cell(kEmptyRow, 2), "145.55000");
-}
-
 TEST_F(Editing, a_frequency_takes_digits_and_ten_characters) {
     open(kEmptyRow, 2);
     type("1a2#,-+ 3.4567890123");
     EXPECT_EQ(text(), "123.456789");
-}
-
-TEST_F(Editing, the_first_digit_of_a_frequency_makes_a_channel_of_an_empty_row) {
-    open(kEmptyRow, 2);
-    EXPECT_EQ(cell(kEmptyRow, 3), "");
-    type("1");
-    EXPECT_EQ(cell(kEmptyRow, 3), "NFM");
-    EXPECT_EQ(cell(kEmptyRow, 4), "Off");
-    EXPECT_EQ(text(), "1");
-    EXPECT_EQ(cell(kEmptyRow, 2), "1.00000");
-}
-
-TEST_F(Editing, the_mode_of_a_channel_stays_when_its_frequency_is_typed_anew) {
-    set_cell(kEmptyRow, 3, "AM");
-    set_cell(kEmptyRow, 4, "On");
-    open(kEmptyRow, 2);
-    type("121.5");
-    EXPECT_EQ(cell(kEmptyRow, 3), "AM");
-    EXPECT_EQ(cell(kEmptyRow, 4), "On");
 }
 
 TEST_F(Editing, typing_replaces_the_selected_text_and_backspace_and_delete_work) {

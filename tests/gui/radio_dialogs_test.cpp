@@ -1,8 +1,6 @@
 // The dialogs of the settings and of the search limits in the real window: from the menu to the
 // file.
 
-#include <gmock/gmock.h>
-
 #include <QLineEdit>
 
 #include "gui/support/dialog_test.h"
@@ -10,9 +8,6 @@
 
 namespace memwright::gui {
 namespace {
-
-using ::testing::HasSubstr;
-using ::testing::SizeIs;
 
 class RadioDialogs : public StartedWindowTest {
   protected:
@@ -50,36 +45,6 @@ TEST_F(RadioDialogs, open_from_the_menu_and_are_saved_with_the_image) {
     expected[6914] = 0x12;
     expected[6915] = static_cast<std::uint8_t>((expected[6915] & 0x1F) | 0x40);
     EXPECT_EQ(saved(), expected);
-}
-
-TEST_F(RadioDialogs, that_are_cancelled_leave_nothing_to_save) {
-    open_some_image();
-    const auto before = folder_.get("radio.120");
-    in_settings([](QDialog& dialog) {
-        alt(dialog, '5');
-        key(dialog, Qt::Key_Escape);
-    });
-    in_limits([](QDialog& dialog) {
-        type(dialog, "145.5125");
-        key(dialog, Qt::Key_Tab);
-        key(dialog, Qt::Key_Escape);
-    });
-    EXPECT_EQ(saved(), before);
-}
-
-TEST_F(RadioDialogs, settings_that_no_list_can_show_are_reported_and_the_program_goes_on) {
-    const MemoryImage image = some_image();
-    std::vector<std::uint8_t> bytes(image.bytes().begin(), image.bytes().end());
-    bytes[6671] = 4;
-    program().open_named(folder_.put("radio.120", bytes));
-    const auto seen = in_settings(press(QMessageBox::Ok));
-    ASSERT_THAT(seen, SizeIs(1));
-    EXPECT_EQ(seen[0].title, "Memwright");
-    EXPECT_EQ(seen[0].icon, QMessageBox::Critical);
-    EXPECT_THAT(qt::to_utf8(seen[0].text), HasSubstr("\"Search Width\", at offset 6671"));
-    EXPECT_EQ(saved(), bytes);
-    EXPECT_TRUE(grid().hasFocus());
-    EXPECT_THAT(in_limits(press_key(Qt::Key_Escape)), SizeIs(1));
 }
 
 TEST_F(RadioDialogs, give_the_keys_back_to_the_table) {

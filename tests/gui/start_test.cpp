@@ -86,18 +86,6 @@ TEST_F(Start, a_maximised_window_comes_back_maximised) {
     EXPECT_GT(form().MSFlexGrid1.width.get(), 12000);
 }
 
-TEST_F(Start, settings_that_make_no_sense_are_skipped) {
-    for (const char* const key : {"Top", "Height", "Left", "Width", "WindowState", "DebugWin"}) {
-        store_setting(key, "rubbish, \"more\"");
-    }
-    store_setting("FilePath", "/no/such/folder");
-    start();
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_TRUE(form().mnuShwDbg.checked);
-    EXPECT_TRUE(widget<QPlainTextEdit>("Text1").isVisible());
-    EXPECT_GE(place().width(), window().minimumWidth());
-}
-
 TEST_F(Start, a_window_far_off_the_screen_or_of_no_size_is_skipped_too) {
     for (const char* const key : {"Top", "Left"}) store_setting(key, "1e30");
     for (const char* const key : {"Height", "Width"}) store_setting(key, "-5000");

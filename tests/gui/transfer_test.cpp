@@ -153,17 +153,6 @@ TEST_F(Transfer, the_cancel_button_does_what_escape_does) {
     expect_all_as_before();
 }
 
-TEST_F(Transfer, another_read_can_follow_a_cancelled_one) {
-    for (int i = 0; i < 2; ++i) {
-        listening_ = false;
-        read_until_listening()
-            .when([&] { return listening_; }, [&] { radio_.begin(); })
-            .when(progress_of(1), [&] { press_escape(); });
-        run("mnuRead");
-        EXPECT_EQ(status(), "Read from VR-120 cancelled.");
-    }
-}
-
 TEST_F(Transfer, a_radio_that_hangs_up_gives_one_report_and_the_unlock_button) {
     read_until_listening()
         .when([&] { return listening_; }, [&] { radio_.begin(); })
@@ -187,18 +176,6 @@ TEST_F(Transfer, a_radio_that_hangs_up_gives_one_report_and_the_unlock_button) {
     EXPECT_FALSE(button.isVisible());
     expect_locked(false);
     EXPECT_TRUE(grid().hasFocus());
-}
-
-TEST_F(Transfer, a_hang_up_while_listening_is_told_too_and_escape_unlocks) {
-    read_until_listening()
-        .when([&] { return listening_; }, [&] { radio_.hang_up(); })
-        .answer(press(QMessageBox::Ok));
-    run("mnuRead");
-    ASSERT_EQ(robot_.seen().size(), 2U);
-    EXPECT_THAT(qt::to_utf8(robot_.seen().back().text), HasSubstr("Lost COM 1"));
-    expect_locked(true);
-    press_escape();
-    expect_locked(false);
 }
 
 class Write : public Transfer {

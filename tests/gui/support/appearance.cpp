@@ -107,13 +107,4 @@ QColor ink_of(const QImage& image) {
     return ink;
 }
 
-bool pictures_wanted() { return std::getenv("MEMWRIGHT_PICTURES") != nullptr; }
-
-void take_picture(QWidget& of, const std::string& name) {
-    const QString folder = qEnvironmentVariable("MEMWRIGHT_PICTURES");
-    const QString scale = QString::number(of.devicePixelRatioF() * 100, 'f', 0);
-    const QString path = folder + "/" + QString::fromStdString(name) + "-" + scale + ".png";
-    EXPECT_TRUE(of.grab().save(path)) << "cannot write " << path.toStdString();
-}
-
 }  // namespace memwright::gui

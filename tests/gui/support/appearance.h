@@ -1,6 +1,6 @@
 #pragma once
 
-// How things look: palettes, texts that do not fit, pictures for human eyes.
+// How things look: palettes, texts that do not fit, colours.
 
 #include <QColor>
 #include <QImage>
@@ -37,9 +37,5 @@ double contrast(const QColor& a, const QColor& b);
 // The colour that is most frequent, and the one that is farthest from it.
 QColor background_of(const QImage& image);
 QColor ink_of(const QImage& image);
-
-// Writes a picture into the folder that the environment variable MEMWRIGHT_PICTURES names.
-bool pictures_wanted();
-void take_picture(QWidget& of, const std::string& name);
 
 }  // namespace memwright::gui

@@ -133,7 +133,11 @@ void expect_good_looks(QDialog& dialog, const QString& widest_text) {
     using ::testing::IsEmpty;
     EXPECT_THAT(clipped_texts(dialog), IsEmpty());
     EXPECT_THAT(clipped_fields(dialog, widest_text), IsEmpty());
-    EXPECT_EQ(dialog.size(), dialog.layout()->sizeHint());
+    QSize needed = dialog.layout()->sizeHint();
+    if (dialog.layout()->hasHeightForWidth()) {
+        needed.setHeight(dialog.layout()->totalHeightForWidth(needed.width()));
+    }
+    EXPECT_EQ(dialog.size(), needed);
     EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.frameGeometry()));
     QApplication::focusWidget()->clearFocus();
     for (auto* const widget : dialog.findChildren<QWidget*>()) {
