@@ -161,16 +161,6 @@ TEST_F(Editing, the_row_buttons_move_and_delete) {
     EXPECT_EQ(tag(1), "");
 }
 
-TEST_F(Editing, with_nothing_selected_the_row_buttons_change_nothing) {
-    const auto image = grid.TextMatrix(1, kFreq);
-    for (CommandButton* button : {&form.Command1, &form.Command2, &form.Command3}) {
-        button->clicked();
-    }
-    EXPECT_EQ(tag(1), "A");
-    EXPECT_EQ(grid.TextMatrix(1, kFreq), image);
-    EXPECT_TRUE(messages.shown.empty());
-}
-
 TEST_F(Editing, the_copy_buffer_is_one_empty_record_at_the_start) {
     go_to(1, kTag);
     messages.answers = {Answer::yes};

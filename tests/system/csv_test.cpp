@@ -127,33 +127,5 @@ TEST_F(SystemCsv, what_is_exported_and_imported_again_is_no_change) {
     EXPECT_EQ(program->wait_for_exit(), ExitStatus{}) << "without a question";
 }
 
-TEST_F(SystemCsv, a_bad_line_is_reported_and_the_program_goes_on_with_the_lines_before) {
-    put_text("in.csv", std::string(kHeader) + "0,145.5,NFM,,\"NEW\"\r\n964,118.1,AM,,\"BAD\"\r\n");
-    import_from("in.csv");
-    program->message_box("Memwright",
-                         "Cannot import line 3 of " + file("in.csv").string() +
-                             ": channel 964 is no memory: banks are 0 to 9, memories 0 to 63.");
-    const Accessible box = program->message_box("Memwright", "964,118.1,AM,,\"BAD\"");
-    keyboard.press("Enter");
-    box.wait_gone();
-    expect_eventually([&] { return cell(1, 2); }, Eq("145.5"));
-    EXPECT_THAT(file_bytes(file("mem.120")), ElementsAreArray(image_.bytes()));
-
-    put_text("in.csv", std::string(kHeader) + "0,145.5,NFM,,\"NEW\"\r\n963,118.1,AM,,\"GOOD\"\r\n");
-    import_from("in.csv");
-    expect_eventually([&] { return cell(640, 1); }, Eq("GOOD"));
-    EXPECT_EQ(cell(1, 2), "145.50000");
-}
-
-TEST_F(SystemCsv, an_export_to_a_folder_that_does_not_exist_is_reported) {
-    export_to("missing/list.csv");
-    const Accessible box = program->message_box(
-        "Memwright", "Cannot save " + file("missing/list.csv").string() + ": ");
-    keyboard.press("Enter");
-    box.wait_gone();
-    export_to("list.csv");
-    expect_eventually([&] { return text_of("list.csv"); }, Eq(listed()));
-}
-
 }  // namespace
 }  // namespace memwright::systest

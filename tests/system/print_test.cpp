@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "printing/support/print_queue.h"
-#include "support/run_program.h"
 #include "radio/demonstration.h"
+#include "support/run_program.h"
 #include "system/memwright_desktop.h"
 
 namespace memwright::systest {
@@ -94,30 +94,6 @@ TEST_F(SystemPrintWithoutPrinter, enter_prints_all_rows_to_a_file_in_the_documen
     EXPECT_THAT(text(document), HasSubstr(file("mem.120").string()));
     main();
     EXPECT_EQ(cell(1, 1), "TOWER");
-}
-
-TEST_F(SystemPrintWithoutPrinter, a_range_is_typed_by_key_and_its_71st_row_finds_no_page) {
-    print({"Tab", "1", "x", "Tab", "7", "1", "Enter"});
-    const std::filesystem::path document = printer_named(2);
-    EXPECT_THAT(facts(document), ContainsRegex("Pages: +2\n"));
-    EXPECT_THAT(text(document), HasSubstr("Bank 1 - 5"));
-    EXPECT_THAT(text(document), Not(HasSubstr("Bank 1 - 6")));
-}
-
-TEST_F(SystemPrintWithoutPrinter, a_row_past_the_last_is_corrected_before_enter_prints) {
-    print({"Alt+M", "Tab", "2", "0", "6", "Tab", "9", "9", "9", "Enter"});
-    const std::filesystem::path document = printer_named(1);
-    EXPECT_THAT(text(document), HasSubstr("Bank 3 - 47"));
-    EXPECT_THAT(text(document), Not(HasSubstr("Bank 3 - 48")));
-    EXPECT_THAT(text(document), Not(HasSubstr("Bank 3 - 12")));
-}
-
-TEST_F(SystemPrintWithoutPrinter, escape_prints_nothing) {
-    print({"Tab", "7", "Esc"});
-    main();
-    program->settle();
-    EXPECT_FALSE(program->has_window("Memwright"));
-    EXPECT_FALSE(std::filesystem::exists(documents()));
 }
 
 TEST_F(SystemPrintWithoutPrinter, what_is_edited_is_what_is_printed) {

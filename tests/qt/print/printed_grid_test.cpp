@@ -107,15 +107,6 @@ TEST_F(PrintedTable, of_all_rows_is_seven_pages_with_every_cell_of_240_rows) {
     EXPECT_EQ(messages_.shown.at(0).text, "Memwright\r\nPrinting 7 pages to " + path());
 }
 
-TEST_F(PrintedTable, of_rows_1_to_71_has_row_70_and_lacks_row_71) {
-    const PdfFile file = print(1, 71);
-    EXPECT_EQ(file.pages(), 2);
-    const std::string text = whole_text(file);
-    EXPECT_THAT(text, HasSubstr(row(70) + "\n"));
-    EXPECT_EQ(grid_.TextMatrix(71, 0), "Bank 1 - 6");
-    EXPECT_THAT(text, testing::Not(HasSubstr("Bank 1 - 6")));
-}
-
 TEST_F(PrintedTable, of_no_row_is_an_empty_grid_or_no_file) {
     EXPECT_THAT(lines(print(5, 4), 1), ElementsAre("Memwright 21.11.26 12:34 - Page 1 of 1", kFile,
                                                    "# Tag Freq Mode Pref"));
