@@ -46,6 +46,7 @@ TEST_F(Archive, lists_shows_and_restores_by_number_and_by_name) {
                                      "2   2026-01-02 03.04.05 read.120\n"));
     put("second.120", second_);
     EXPECT_EQ(run({"archive", "show", "1"}), run({"channels", "second.120"}));
+    EXPECT_THAT(run({"archive", "show", "1"}).output, HasSubstr("SECOND"));
     EXPECT_EQ(run({"archive", "show", "2026-01-02 03.04.06 written.120"}),
               run({"channels", "second.120"}));
     EXPECT_EQ(run({"archive", "restore", "2", "back.120"}), done());
