@@ -10,6 +10,12 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 # would take it for a library of the system's there, and run ldconfig for it.
 set(MEMWRIGHT_MODULES "memwright/modules")
 
+if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
+  set(MEMWRIGHT_SANITIZED ON)
+else()
+  set(MEMWRIGHT_SANITIZED OFF)
+endif()
+
 add_library(memwright_flags INTERFACE)
 target_compile_features(memwright_flags INTERFACE cxx_std_20)
 target_include_directories(memwright_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
@@ -18,10 +24,13 @@ if(WIN32)
   target_compile_definitions(memwright_flags INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
 endif()
 
-# memwright_library(<folder> SOURCES <file>... [USES <library>...])
-# adds the calling folder as the static library memwright_<folder>.
+# memwright_library(<folder> SOURCES <file>... [USES <library>...] [APART <file>...])
+# adds the calling folder as the static library memwright_<folder>. Where sources are compiled eight at
+# a time (CMAKE_UNITY_BUILD), those APART are not: they name something as another does, or may have to
+# stay out of a program.
 function(memwright_library folder)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;APART")
+  set_source_files_properties(${arg_APART} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   add_library(memwright_${folder} STATIC ${arg_SOURCES})
   target_link_libraries(memwright_${folder} PUBLIC memwright_flags ${arg_USES})
 endfunction()
@@ -38,13 +47,15 @@ function(memwright_module name source)
 endfunction()
 
 # memwright_test(<name> SOURCES <file>... [USES <library>...] [HEADERS <header>...]
-#                [PROPERTIES <ctest property>...] [PSEUDO_TERMINALS <suite>...])
+#                [PROPERTIES <ctest property>...] [PSEUDO_TERMINALS <suite>...] [APART <file>...])
 # adds a GoogleTest program and hands each of its cases to CTest. HEADERS are compiled once, with
 # GoogleTest's own: worth it for a program of many sources. Cases count as two processors; those
 # that mostly wait say PROCESSORS 1, so that more of them wait side by side, and COST, so that they
-# begin early. The cases of the suites that open PSEUDO_TERMINALS get that label (see ./test).
+# begin early. The cases of the suites that open PSEUDO_TERMINALS get that label (tools/cases.sh).
+# With MEMWRIGHT_UNITY_TESTS, sources are compiled eight at a time, which instantiates GoogleTest's
+# templates once for all of them; APART names those whose helpers are called as another's.
 function(memwright_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;HEADERS;PROPERTIES;PSEUDO_TERMINALS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;HEADERS;PROPERTIES;PSEUDO_TERMINALS;APART")
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE ${arg_USES} memwright_test_flags)
@@ -53,6 +64,10 @@ function(memwright_test name)
   else()
     target_precompile_headers(${name} REUSE_FROM memwright_test_headers)
   endif()
+  if(MEMWRIGHT_UNITY_TESTS)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
+  endif()
+  set_source_files_properties(${arg_APART} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   set(discovery DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST)
   set(properties TIMEOUT 300 PROCESSORS 2 ${arg_PROPERTIES})
   if(NOT arg_PSEUDO_TERMINALS)

@@ -7,9 +7,6 @@ namespace memwright::qt {
 // The library that Qt's print support has loaded already. It is not linked to, so that the program
 // runs where there is none.
 std::string print_service_error() {
-#ifdef Q_OS_DARWIN
-    return "";  // where Qt's printers know by themselves
-#else
     constexpr int kVersion = 2;
     // Statuses of the printing protocol; the library has negative ones of its own.
     constexpr int kFirstFailure = 0x0400;
@@ -26,7 +23,6 @@ std::string print_service_error() {
     while (why.ends_with('.')) why.pop_back();
     if (last == kInternal || last == kUnavailable) why = "the print service fails: " + why;
     return why.empty() ? "it takes no pages" : why;
-#endif
 }
 
 }  // namespace memwright::qt
