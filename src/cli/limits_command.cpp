@@ -7,7 +7,7 @@
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/json.h"
-#include "cli/workbench.h"
+#include "cli/show_or_change.h"
 #include "image/frequency_text.h"
 #include "image/search_limits.h"
 
@@ -70,25 +70,20 @@ void show(const ImageCodec& image, const std::string& format, Console& console) 
 }  // namespace
 
 Status limits(const Arguments& arguments, Session& session) {
-    const std::string format = arguments.choice("--format", {"text", "json"});
-    const auto texts = arguments.from(1);
-    const bool only_shows = texts.empty() && !arguments.has("--output");
-    const std::string output = arguments.value("--output").value_or(arguments[0]);
-    const auto lock = only_shows ? nullptr : session.files.lock(output, {arguments[0]});
-    Workbench bench(session.console, session.files);
-    bench.load(arguments[0]);
-    if (only_shows) {
-        show(bench.store, format, session.console);
+    ShowOrChange work(arguments, session);
+    Workbench& bench = work.bench;
+    if (work.only_shows) {
+        show(bench.store, work.format, session.console);
         return kDone;
     }
     std::vector<Change> changes;
-    for (const std::string& text : texts) changes.push_back(change_from(text));
+    for (const std::string& text : work.changes) changes.push_back(change_from(text));
     for (Change& change : changes) {
         const int record = layout::search_limit(change.limit);
         WriteFreq(bench.store, record, FormatFreq(change.frequency));
         SMode(bench.store, record, change.mode);
     }
-    bench.save(output);
+    bench.save(work.output);
     return kDone;
 }
 

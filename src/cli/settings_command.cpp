@@ -9,7 +9,7 @@
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/json.h"
-#include "cli/workbench.h"
+#include "cli/show_or_change.h"
 #include "image/set_mode_settings.h"
 
 namespace memwright::cli {
@@ -136,25 +136,20 @@ SettingsById settings_of(const ImageCodec& image, const std::string& path) {
 }  // namespace
 
 Status settings(const Arguments& arguments, Session& session) {
-    const std::string format = arguments.choice("--format", {"text", "json"});
-    const auto changes = arguments.from(1);
-    const bool only_shows = changes.empty() && !arguments.has("--output");
-    const std::string output = arguments.value("--output").value_or(arguments[0]);
-    const auto lock = only_shows ? nullptr : session.files.lock(output, {arguments[0]});
-    Workbench bench(session.console, session.files);
-    bench.load(arguments[0]);
+    ShowOrChange work(arguments, session);
+    Workbench& bench = work.bench;
     SettingsById by_id = settings_of(bench.store, arguments[0]);
-    if (only_shows) {
-        show(by_id.shown(), format, session.console);
+    if (work.only_shows) {
+        show(by_id.shown(), work.format, session.console);
         return kDone;
     }
-    for (const std::string& change : changes) {
+    for (const std::string& change : work.changes) {
         const auto equals = change.find('=');
         if (equals == std::string::npos) throw WrongUsage("\"" + change + "\" is no NAME=VALUE.");
         by_id.change(change.substr(0, equals), change.substr(equals + 1));
     }
     by_id.store(bench.store);
-    bench.save(output);
+    bench.save(work.output);
     return kDone;
 }
 
