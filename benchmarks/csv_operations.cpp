@@ -15,7 +15,9 @@ class NoDisplay final : public ImportDisplay {
   public:
     bool go_on(double /*share*/) override { return true; }
     void end() override {}
-    void note(const std::string& lines) override { use(lines); }
+    void note_skipped(const std::string& /*path*/, const std::string& lines) override {
+        use(lines);
+    }
 };
 
 struct Csv : OccupiedTable {

@@ -18,7 +18,7 @@ void ErrorReport::guard(const std::function<void()>& procedure) {
 }
 
 void ErrorReport::show(const std::string& text) {
-    status_window_.add_line(text);
+    notices_.record({.text = text});
     const Message message{
         .text = text, .title = "Memwright", .buttons = Buttons::ok, .icon = Icon::critical};
     if (in_a_transfer_()) {

@@ -74,6 +74,9 @@ class Form1 final : public UserInterface {
     MenuEntry mnuHelp{"mnuHelp", "&Help"};
     MenuEntry mnuabout{"mnuabout", "&About..."};
 
+    // Added: opens the list of notices.
+    MenuEntry NoticesEntry{"NoticesEntry", "&Notices..."};
+
     FormCaption caption;
 
     // The menu tree in the order shown.

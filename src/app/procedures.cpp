@@ -4,7 +4,8 @@
 
 namespace memwright {
 
-Procedures::Procedures(Form1& its_form, Platform its_platform, ComPorts& its_ports)
+Procedures::Procedures(Form1& its_form, Platform its_platform, ComPorts& its_ports,
+                       Notices& notices)
     : form(its_form),
       platform(its_platform),
       ports(its_ports),
@@ -25,7 +26,7 @@ Procedures::Procedures(Form1& its_form, Platform its_platform, ComPorts& its_por
            {form.Label1, form.Text1}, control),
       clone_read(link, store, table, image_files, form, platform.messages),
       clone_write(link, store, table, form, platform.messages),
-      import_progress(form, status_window, platform.loop),
+      import_progress(form, notices, platform.loop),
       csv_files(table, form.MSFlexGrid1, platform.file_dialogs, platform.files, import_progress),
       printing(platform.printer, platform.clock, platform.messages,
                [this] { return image_files.current_path(); }) {}

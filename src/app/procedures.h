@@ -6,6 +6,7 @@
 #include "app/error_report.h"
 #include "app/form1.h"
 #include "app/import_progress.h"
+#include "app/notices.h"
 #include "app/platform.h"
 #include "app/print_grid.h"
 #include "app/shell.h"
@@ -25,7 +26,7 @@
 namespace memwright {
 
 struct Procedures {
-    Procedures(Form1& form, Platform platform, ComPorts& ports);
+    Procedures(Form1& form, Platform platform, ComPorts& ports, Notices& notices);
     Procedures(const Procedures&) = delete;
     Procedures& operator=(const Procedures&) = delete;
 

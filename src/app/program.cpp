@@ -1,34 +1,28 @@
 #include "app/program.h"
 
-#include "link/doubtful_blocks.h"
-
 namespace memwright {
 
 Program::Program(Platform platform, ComPorts& ports)
-    : platform_(platform),
-      procedures_(form, platform, ports),
+    : notices(platform.clock),
+      platform_(platform),
+      procedures_(form, platform, ports, notices),
       edits_(form.MSFlexGrid1, procedures_.store),
-      errors_(platform.messages, procedures_.status_window,
-              [this] { return procedures_.control.running(); }),
+      errors_(platform.messages, notices, [this] { return procedures_.control.running(); }),
       events_(errors_, edits_),
       commands_(procedures_, events_),
       closing_({procedures_.shell, procedures_.image_files, procedures_.control, commands_},
                platform.window, events_),
+      first_steps_(form.MSFlexGrid1, notices, platform.settings),
+      doubtful_read_(procedures_.clone_read, procedures_.image_files, form, notices),
       kept_images_({procedures_.store, procedures_.table, procedures_.image_files,
                     procedures_.clone_read, procedures_.clone_write, form.mnuSaveOnly},
                    platform.files, platform.clock, platform.folders.data,
-                   [this](const std::string& text) { procedures_.status_window.add_line(text); }),
+                   [this](const std::string& text) { notices.add({.text = text}); }),
       recovery_({procedures_.store, procedures_.table, form.MSFlexGrid1, edits_,
                  procedures_.image_files, form},
                 {platform.files, platform.locks, platform.clock, platform.loop, platform.messages,
                  platform.folders.state},
-                [this](const std::string& text) { procedures_.status_window.add_line(text); }) {
-    connections_.push_back(procedures_.clone_read.received.connect([this](const MemoryImage&) {
-        for (const std::string& doubt : doubts_about(procedures_.clone_read.doubtful_blocks())) {
-            procedures_.status_window.add_line(doubt);
-        }
-    }));
-}
+                [this](const std::string& text) { notices.add({.text = text}); }) {}
 
 void Program::start() {
     events_.run("Start", [this] {
@@ -68,6 +62,10 @@ void Program::open_named(const std::string& path) {
 
 void Program::offer_recovery() {
     events_.run("Restore", [&] { recovery_.offer(); });
+}
+
+void Program::act_on_notice(std::size_t number) {
+    events_.run("Notice", [&] { notices.act(number); });
 }
 
 }  // namespace memwright

@@ -8,10 +8,13 @@
 
 #include "app/closing.h"
 #include "app/commands.h"
+#include "app/doubtful_read.h"
 #include "app/error_report.h"
 #include "app/events.h"
+#include "app/first_steps.h"
 #include "app/form1.h"
 #include "app/kept_images.h"
+#include "app/notices.h"
 #include "app/platform.h"
 #include "app/procedures.h"
 #include "files/recovery.h"
@@ -24,6 +27,7 @@ class Program {
     Program(Platform platform, ComPorts& ports);
 
     Form1 form;
+    Notices notices;
 
     // Opens the main window: to be called once the window shows the form's controls.
     void start();
@@ -36,6 +40,12 @@ class Program {
 
     // Offers what a run that crashed left behind: to be called once the window is seen.
     void offer_recovery();
+
+    // Says how to begin, if nobody knows yet: to be called when all that a start opens is open.
+    void say_first_steps() { first_steps_.begin(); }
+
+    // Does what a notice of the list offers.
+    void act_on_notice(std::size_t number);
 
     // Every change of table and image.
     EditRecorder& edits() { return edits_; }
@@ -51,6 +61,8 @@ class Program {
     // What was added. An addition is a class with a file pair of its own that wires itself, and a
     // line here.
     Closing closing_;
+    FirstSteps first_steps_;
+    DoubtfulRead doubtful_read_;
     KeptImages kept_images_;
     Recovery recovery_;
 

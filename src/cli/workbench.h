@@ -36,7 +36,9 @@ class SaidImport final : public ImportDisplay {
     explicit SaidImport(Console& console) : console_(console) {}
     bool go_on(double share) override;
     void end() override { console_.end_progress(); }
-    void note(const std::string& lines) override { console_.say(lines); }
+    void note_skipped(const std::string& /*path*/, const std::string& lines) override {
+        console_.say(lines);
+    }
 
   private:
     Console& console_;

@@ -115,13 +115,13 @@ void CsvFiles::import_lines(const std::string& path) {
     } catch (const ImportCancelled&) {
         throw;
     } catch (const BadLine& line) {
-        take_over(import);
+        take_over(path, import);
         fail(path, line);
     } catch (...) {
-        take_over(import);
+        take_over(path, import);
         throw;
     }
-    take_over(import);
+    take_over(path, import);
 }
 
 void CsvFiles::read_lines(LineReader& lines, CsvImport& import) {
@@ -137,9 +137,9 @@ void CsvFiles::read_lines(LineReader& lines, CsvImport& import) {
     }
 }
 
-void CsvFiles::take_over(const CsvImport& import) {
+void CsvFiles::take_over(const std::string& path, const CsvImport& import) {
     import.fill(grid_);
-    if (!import.skipped().empty()) display_.note(import.skipped());
+    if (!import.skipped().empty()) display_.note_skipped(path, import.skipped());
 }
 
 }  // namespace memwright

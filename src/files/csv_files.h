@@ -28,8 +28,8 @@ class ImportDisplay {
     // The import is over, if it was shown.
     virtual void end() = 0;
 
-    // Appends lines to the status window, one or more with line breaks between them.
-    virtual void note(const std::string& lines) = 0;
+    // Lines of the file were skipped: a line of text for each, with line breaks between them.
+    virtual void note_skipped(const std::string& path, const std::string& lines) = 0;
 };
 
 class CsvFiles {
@@ -55,7 +55,7 @@ class CsvFiles {
     std::string exported_line(int row) const;
     void import_lines(const std::string& path);
     void read_lines(LineReader& lines, CsvImport& import);
-    void take_over(const CsvImport& import);
+    void take_over(const std::string& path, const CsvImport& import);
 
     ChannelTable& table_;
     MSFlexGrid& grid_;

@@ -23,7 +23,7 @@ class CsvImport {
     // Puts the channels into the grid's rows. All other rows stay as they are.
     void fill(MSFlexGrid& grid) const;
 
-    // Why lines were skipped: text for the status window, a line for each.
+    // Why lines were skipped: a line for each.
     const std::string& skipped() const { return skipped_; }
 
   private:

@@ -32,6 +32,13 @@ std::string contents_of_block(int block) {
            std::to_string(last) + ")";
 }
 
+std::optional<int> first_memory_of_block(int block) {
+    const int first = block * layout::kBlockSize;
+    if (first < layout::kLabels) return (first - layout::kRecords) / layout::kRecordSize;
+    if (first < layout::kRadioSettings) return (first - layout::kLabels) / layout::kLabelSize;
+    return std::nullopt;
+}
+
 std::vector<std::string> doubts_about(const std::vector<int>& blocks) {
     std::vector<std::string> lines;
     for (const int block : blocks) {

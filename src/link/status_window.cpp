@@ -3,13 +3,9 @@
 namespace memwright {
 
 void StatusWindow::DebugOut(const std::string& txt) {
-    add_line(txt);
-    if (Text1_.visible) Text1_.focus_wanted();
-}
-
-void StatusWindow::add_line(const std::string& text) {
-    Text1_.text = Text1_.text.get() + text + "\r\n";
+    Text1_.text = Text1_.text.get() + txt + "\r\n";
     Text1_.caret = Text1_.text.get().size();
+    if (Text1_.visible) Text1_.focus_wanted();
 }
 
 void StatusWindow::mnuShwDbg_Click() {

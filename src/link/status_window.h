@@ -20,9 +20,6 @@ class StatusWindow {
     // Appends a line, puts the caret behind it and the focus into the window if it can be seen.
     void DebugOut(const std::string& txt);
 
-    // Appends a line and leaves the focus where it is.
-    void add_line(const std::string& text);
-
     void mnuShwDbg_Click();
 
   private:

@@ -31,6 +31,7 @@ inline constexpr const char* kCloneApplication = "VR120Clone";
 inline constexpr const char* kOwnApplication = "Memwright";
 inline constexpr const char* kSection = "Settings";
 inline constexpr const char* kPortsSection = "Ports";
+inline constexpr const char* kNoticesSection = "Notices";
 }  // namespace settings
 
 }  // namespace memwright

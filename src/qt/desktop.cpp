@@ -17,6 +17,7 @@ void Desktop::start(const std::string& file) {
         [this, file] {
             program.offer_recovery();
             if (!file.empty()) program.open_named(file);
+            program.say_first_steps();
         },
         Qt::QueuedConnection);
 }

@@ -73,6 +73,10 @@ void GridView::show_grid(MSFlexGrid& grid) {
     model()->setParent(this);
     connect(model(), &QAbstractItemModel::modelReset, this, [this] { apply_sizes(); });
     connections_.push_back(grid.current_changed.connect([this] { show_current(); }));
+    connections_.push_back(grid.focus_wanted.connect([this] {
+        setFocus();
+        show_cell();
+    }));
     connections_.push_back(grid.marked_rows.changed.connect([this] { show_marks(); }));
     for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
         connect(bar, &QScrollBar::valueChanged, this, [this] { grid_->scrolled(); });

@@ -1,6 +1,7 @@
 #include "qt/main_window.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMenuBar>
@@ -13,6 +14,7 @@
 #include "base/error.h"
 #include "qt/arrow_icon.h"
 #include "qt/core/text.h"
+#include "qt/notice_bar.h"
 #include "qt/overlays.h"
 #include "qt/twips.h"
 
@@ -43,10 +45,16 @@ QString dropped_file(const QMimeData& data) {
 
 }  // namespace
 
-MainWindow::MainWindow() : canvas_(new QWidget(this)) {
+MainWindow::MainWindow() : canvas_(new QWidget), bars_(new BarArea(nullptr)) {
     setObjectName("Form1");
     setAcceptDrops(true);
-    setCentralWidget(canvas_);
+    auto* const whole = new QWidget;
+    auto* const rows = new QVBoxLayout(whole);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(canvas_, 1);
+    rows->addWidget(bars_);
+    setCentralWidget(whole);
     canvas_->setObjectName("Canvas");
     canvas_->installEventFilter(this);
     setMinimumSize(pixels(*this, kMinimumWidth), pixels(*this, kMinimumHeight));
@@ -67,9 +75,6 @@ void MainWindow::create_widgets() {
     auto* const log = new QPlainTextEdit(canvas_);
     name(log, "Text1", tr("Status window"));
     log->setTabChangesFocus(true);
-    log->setPlaceholderText(
-        tr("To begin, read the memories from the radio (Transfer menu)\n"
-           "or open an image file (File menu). Errors are noted here."));
     auto* const status = new QLabel(canvas_);
     name(status, "Label1", tr("Status line"));
     status->setTextFormat(Qt::PlainText);
@@ -110,7 +115,10 @@ void MainWindow::show_program(Program& program) {
     connections_.push_back(
         caption.changed.connect([this, &caption] { setWindowTitle(from_utf8(caption)); }));
     show_accessibly(program.form);
+    show_additions(program);
     auto* const escape = new QShortcut(Qt::Key_Escape, this);
+    // Held down to dismiss a notice, it does not go on to end a transfer.
+    escape->setAutoRepeat(false);
     connect(escape, &QShortcut::activated, this, [this] {
         if (program_ != nullptr) program_->escape_pressed();
     });
@@ -118,7 +126,49 @@ void MainWindow::show_program(Program& program) {
 
 void MainWindow::forget_program() {
     program_ = nullptr;
+    delete notice_list_;
+    delete findChild<QWidget*>("NoticeBar");
     connections_.clear();
+}
+
+void MainWindow::show_additions(Program& program) {
+    const auto act = [this](std::size_t number) {
+        if (program_ != nullptr) program_->act_on_notice(number);
+    };
+    auto* const notices = new NoticeBar(program.notices, *findChild<GridView*>(), act,
+                                        [this] { show_notice_list(); });
+    bars_->height_changed = [this] { make_room_for_bars(); };
+    bars_->add_row(*notices);
+    connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, notices,
+            [notices] { notices->switch_focus(); });
+    connections_.push_back(
+        program.form.NoticesEntry.clicked.connect([this] { show_notice_list(); }));
+}
+
+void MainWindow::show_notice_list() {
+    if (notice_list_ == nullptr) {
+        notice_list_ = new NoticeList(
+            program_->notices, [this](std::size_t number) { program_->act_on_notice(number); },
+            *this);
+    }
+    notice_list_->show();
+    notice_list_->raise();
+    notice_list_->activateWindow();
+}
+
+// A window that fills the screen, or would reach beyond it, stays as it is: the form gets lower.
+void MainWindow::make_room_for_bars() {
+    if (!fills_screen()) {
+        const int below = screen()->availableGeometry().bottom() - frameGeometry().bottom();
+        const int grown = std::min(bars_->wanted_height(), std::max(0, below + grown_));
+        const int by = grown - grown_;
+        grown_ = grown;
+        setMinimumHeight(pixels(*this, kMinimumHeight));
+        if (asked_size_.isValid()) asked_size_.rheight() += by;
+        resize(geometry().width(), geometry().height() + by);
+        setMinimumHeight(pixels(*this, kMinimumHeight) + grown_);
+    }
+    if (program_ != nullptr) program_->resized();
 }
 
 // A screen reader says the name of a label, so the name of the status line carries its text. When
@@ -132,13 +182,7 @@ void MainWindow::show_accessibly(Form1& form) {
     name_status();
     connections_.push_back(form.Label1.caption.changed.connect(name_status));
     connections_.push_back(form.MSFlexGrid1.enabled.changed.connect([this, &form] {
-        if (!form.MSFlexGrid1.enabled) return;
-        findChild<GridView*>()->setFocus();
-        // Begun: what is left to say of the empty status window. Qt 6.4 does not paint it by
-        // itself.
-        auto* const log = findChild<QPlainTextEdit*>("Text1");
-        log->setPlaceholderText(tr("Errors are noted here."));
-        log->viewport()->update();
+        if (form.MSFlexGrid1.enabled) findChild<GridView*>()->setFocus();
     }));
 }
 
@@ -205,8 +249,9 @@ void MainWindow::set_width(double twips) {
 void MainWindow::set_height(double twips) {
     check_length(twips);
     const int frame = frameGeometry().height() - geometry().height();
-    resize(geometry().width(), pixels(*this, twips) - frame);
-    asked_size_.setHeight(pixels(*this, twips));
+    const int whole = pixels(*this, twips) + grown();
+    resize(geometry().width(), whole - frame);
+    asked_size_.setHeight(whole);
 }
 
 void MainWindow::bring_into_sight() {
@@ -226,7 +271,7 @@ void MainWindow::bring_into_sight() {
         (nearest != nullptr ? nearest : QGuiApplication::primaryScreen())->availableGeometry();
     const QSize size = frame.size().boundedTo(room.size());
     set_width(twips(size.width()));
-    set_height(twips(size.height()));
+    set_height(twips(size.height() - grown()));
     move(std::clamp(frame.left(), room.left(), room.right() + 1 - size.width()),
          std::clamp(frame.top(), room.top(), room.bottom() + 1 - size.height()));
 }
@@ -236,7 +281,7 @@ void MainWindow::pop_up_menu(const std::string& name) {
 }
 
 double MainWindow::frame_height() const {
-    return twips(frameGeometry().height() - canvas_->height());
+    return twips(frameGeometry().height() - grown() - canvas_->height());
 }
 
 double MainWindow::screen_width() const { return twips(screen()->geometry().width()); }
@@ -245,6 +290,7 @@ double MainWindow::screen_height() const { return twips(screen()->geometry().hei
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(program_ == nullptr || program_->close_allowed());
+    if (event->isAccepted()) delete notice_list_;
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
@@ -284,6 +330,15 @@ bool MainWindow::event(QEvent* event) {
             break;
     }
     return handled;
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    // Not in the middle of it: the window has its new size only later.
+    if (event->type() == QEvent::WindowStateChange) {
+        QMetaObject::invokeMethod(
+            this, [this] { make_room_for_bars(); }, Qt::QueuedConnection);
+    }
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {

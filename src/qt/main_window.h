@@ -1,14 +1,17 @@
 #pragma once
 
-// The main window: its widgets, named after the controls that they show, and the events of the
-// window itself. It decides nothing.
+// The main window: its widgets, named after the controls that they show, the bars below them, and
+// the events of the window itself. It decides nothing. The window is higher by its bars where there
+// is room; its height and its frame, as the form counts them, are without.
 
 #include <QMainWindow>
 #include <vector>
 
 #include "app/program.h"
 #include "platform/form_window.h"
+#include "qt/bar_area.h"
 #include "qt/binder.h"
+#include "qt/notice_list.h"
 
 namespace memwright::qt {
 
@@ -29,7 +32,7 @@ class MainWindow final : public QMainWindow, public FormWindow {
     double left() const override { return twips(frameGeometry().left()); }
     double top() const override { return twips(frameGeometry().top()); }
     double width() const override { return twips(frameGeometry().width()); }
-    double height() const override { return twips(frameGeometry().height()); }
+    double height() const override { return twips(frameGeometry().height() - grown()); }
     void set_left(double twips) override;
     void set_top(double twips) override;
     void set_width(double twips) override;
@@ -47,6 +50,7 @@ class MainWindow final : public QMainWindow, public FormWindow {
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -57,10 +61,18 @@ class MainWindow final : public QMainWindow, public FormWindow {
     void create_menus(Form1& form);
     void show_accessibly(Form1& form);
     void allow_for_frame();
+    void show_additions(Program& program);
+    void show_notice_list();
+    bool fills_screen() const { return isMaximized() || isFullScreen(); }
+    int grown() const { return fills_screen() ? 0 : grown_; }
+    void make_room_for_bars();
 
-    QWidget* canvas_;
+    QWidget* canvas_;  // the form
+    BarArea* bars_;
+    int grown_ = 0;  // pixels by which the window is higher, while it does not fill the screen
     Program* program_ = nullptr;
     Binder binder_{*this};
+    QPointer<NoticeList> notice_list_;
     std::vector<Connection> connections_;
     QSize asked_size_;  // of the whole window, until its frame is known
 };

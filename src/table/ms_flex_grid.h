@@ -102,6 +102,7 @@ class MSFlexGrid : public PlacedControl {
     Signal<int, int> cell_changing;  // row and column of a cell, just before it changes
     Signal<const GridChange&> changed;
     Signal<> current_changed;
+    Signal<> focus_wanted;
 
     // Gathers the changes of a scope into one signal. Scopes nest.
     class Batch {

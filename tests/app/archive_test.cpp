@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
+#include "app/notice_texts.h"
 #include "app/runs_test.h"
-#include "link/doubtful_blocks.h"
 
 namespace memwright {
 namespace {
@@ -124,24 +124,17 @@ TEST_F(ProgramArchive, an_archive_that_cannot_be_written_stands_in_no_transfers_
     run->form.mnuRead.clicked();
     EXPECT_EQ(run->form.Label1.caption.get(), "Read from VR-120 complete.");
     EXPECT_EQ(run->form.MSFlexGrid1.TextMatrix(1, columns::kTag), "TOWER");
-    EXPECT_THAT(run->form.Text1.text.get(), StartsWith("No copy of the image was kept. Cannot "));
+    EXPECT_THAT(waiting(run->program.notices),
+                ElementsAre(StartsWith("No copy of the image was kept. Cannot ")));
+    EXPECT_EQ(run->form.Text1.text.get(), "");
     EXPECT_THAT(run->messages.shown, SizeIs(1));
 
     run = start_with_a_file({}, radio::Mode::receive);
     run->messages.answers = {Answer::ok};
     run->form.mnuWrite.clicked();
     EXPECT_EQ(run->form.Label1.caption.get(), "Write To VR-120 complete.");
-    EXPECT_THAT(run->form.Text1.text.get(), StartsWith("No copy of the image was kept. Cannot "));
-}
-
-TEST_F(ProgramArchive, the_status_window_tells_what_to_doubt_of_a_read) {
-    const auto run = start({{radio::FaultKind::checksum, 0}, {radio::FaultKind::checksum, 100}});
-    run->messages.answers = {Answer::ok};
-    run->form.mnuRead.clicked();
-    const auto lines = doubts_about({0, 100});
-    EXPECT_EQ(run->form.Text1.text.get(), lines[0] + "\r\n" + lines[1] + "\r\n");
-    EXPECT_EQ(run->form.Label1.caption.get(), "Read from VR-120 complete.");
-    EXPECT_THAT(run->messages.shown, SizeIs(1)) << "nobody is stopped by it";
+    EXPECT_THAT(waiting(run->program.notices),
+                ElementsAre(StartsWith("No copy of the image was kept. Cannot ")));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <fstream>
 
+#include "app/notice_texts.h"
 #include "app/program_under_test.h"
 
 namespace memwright {
@@ -56,9 +57,9 @@ class Csv : public ProgramTest {
     void expect_cancelled(int waits) {
         EXPECT_EQ(loop.waits, waits) << "ends at once";
         EXPECT_EQ(shown_tag(), "A");
-        EXPECT_EQ(form.Label1.caption.get(), "Import cancelled. Nothing was taken over.");
+        EXPECT_EQ(form.Label1.caption.get(), "");
         EXPECT_TRUE(messages.shown.empty());
-        EXPECT_EQ(form.Text1.text.get(), "");
+        EXPECT_EQ(noted(program.notices), Names{"Import cancelled. Nothing was taken over."});
         expect_free_again();
         form.Command5.clicked();
         EXPECT_EQ(shown_tag(), "A") << "the image";
@@ -101,7 +102,7 @@ TEST_F(Csv, an_export_that_fails_is_reported_and_the_program_goes_on) {
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].text, report);
     EXPECT_EQ(messages.shown[0].icon, Icon::critical);
-    EXPECT_EQ(form.Text1.text.get(), report + "\r\n");
+    EXPECT_EQ(noted(program.notices), Names{report});
     EXPECT_EQ(folder.names(), Names{"mem.120"});
     files.writing_fails = false;
     dialogs.names.emplace_back(folder.file("list.csv"));
@@ -132,14 +133,35 @@ TEST_F(Csv, a_short_import_shows_no_progress_and_leaves_the_status_line) {
     EXPECT_EQ(form.Label1.caption.get(), "Read from VR-120 complete.");
 }
 
-TEST_F(Csv, skipped_lines_are_noted_in_the_status_window_without_a_box) {
+TEST_F(Csv, skipped_lines_are_one_notice_without_a_box) {
     import_text(std::string(kHeader) +
                 "0,339.5,AM,p,\"X\"\r\n1,118.1,AM,,\"Y\"\r\n2,384,AM,,\"Z\"\r\n");
     EXPECT_TRUE(messages.shown.empty());
-    EXPECT_EQ(form.Text1.text.get(),
-              "Line 2 was skipped: the radio cannot receive 339.5 MHz.\r\n"
-              "Line 4 was skipped: the radio cannot receive 384 MHz.\r\n");
+    EXPECT_EQ(waiting(program.notices),
+              Names{"2 lines of in.csv were skipped. Line 2 was skipped: the radio cannot receive "
+                    "339.5 MHz. Line 4 was skipped: the radio cannot receive 384 MHz."});
+    EXPECT_EQ(form.Text1.text.get(), "");
     EXPECT_EQ(form.MSFlexGrid1.TextMatrix(2, columns::kTag), "Y");
+}
+
+TEST_F(Csv, of_several_hundred_skipped_lines_the_notice_names_a_few_and_the_list_all) {
+    std::string text = kHeader;
+    for (int line = 0; line < 400; ++line) text += "0,339.5,AM,p,\"X\"\r\n";
+    import_text(text);
+    ASSERT_EQ(program.notices.waiting(), 1U);
+    const Notice& notice = program.notices.of_this_run().front().notice;
+    EXPECT_EQ(notice.text.find("400 lines of in.csv were skipped. Line 2 was skipped: "), 0U);
+    EXPECT_NE(notice.text.find(" Line 4 was skipped: "), std::string::npos);
+    EXPECT_EQ(notice.text.find("Line 5 "), std::string::npos);
+    EXPECT_TRUE(notice.text.ends_with(" And so on."));
+    EXPECT_NE(notice.details.find("Line 401 was skipped: "), std::string::npos);
+}
+
+TEST_F(Csv, the_notice_of_a_file_is_replaced_when_the_file_is_imported_again) {
+    import_text(std::string(kHeader) + "0,339.5,AM,p,\"X\"\r\n");
+    import_text(std::string(kHeader) + "0,384,AM,p,\"X\"\r\n");
+    EXPECT_EQ(waiting(program.notices),
+              Names{"in.csv: Line 2 was skipped: the radio cannot receive 384 MHz."});
 }
 
 TEST_F(Csv, a_bad_line_is_reported_behind_what_was_skipped_and_the_program_goes_on) {
@@ -156,8 +178,9 @@ TEST_F(Csv, a_bad_line_is_reported_behind_what_was_skipped_and_the_program_goes_
     EXPECT_EQ(messages.shown[0].title, "Memwright");
     EXPECT_EQ(messages.shown[0].icon, Icon::critical);
     EXPECT_EQ(messages.shown[0].buttons, Buttons::ok);
-    EXPECT_EQ(form.Text1.text.get(),
-              "Line 3 was skipped: the radio cannot receive 339.5 MHz.\r\n" + report + "\r\n");
+    const std::string skipped = "in.csv: Line 3 was skipped: the radio cannot receive 339.5 MHz.";
+    EXPECT_EQ(noted(program.notices), (Names{skipped, report}));
+    EXPECT_EQ(waiting(program.notices), Names{skipped});
     EXPECT_EQ(shown_tag(), "NEW");
     EXPECT_EQ(form.MSFlexGrid1.TextMatrix(1, columns::kFreq), "145.5");
     form.Command5.clicked();
@@ -188,13 +211,10 @@ TEST_F(LongCsv, shows_its_progress_and_a_way_out_and_locks_the_window) {
     expect_free_again();
 }
 
-TEST_F(LongCsv, tells_the_share_that_is_read_in_the_bar_and_in_the_status_line) {
+TEST_F(LongCsv, tells_the_share_that_is_read_in_the_bar_and_leaves_the_status_line_alone) {
     std::vector<int> percents;
-    loop.while_waiting = [&] {
-        percents.push_back(form.TransferProgress.percent);
-        EXPECT_EQ(form.Label1.caption.get(),
-                  "Importing: " + std::to_string(percents.back()) + "% read...");
-    };
+    form.Label1.caption = "Read from VR-120 complete.";
+    loop.while_waiting = [&] { percents.push_back(form.TransferProgress.percent); };
     const std::string text = many_lines();
     import_text(text);
     std::vector<int> wanted;
@@ -203,6 +223,7 @@ TEST_F(LongCsv, tells_the_share_that_is_read_in_the_bar_and_in_the_status_line) 
             static_cast<int>(100.0 * static_cast<double>(read) / static_cast<double>(text.size())));
     }
     EXPECT_EQ(percents, wanted);
+    EXPECT_EQ(form.Label1.caption.get(), "Read from VR-120 complete.");
 }
 
 TEST_F(LongCsv, its_button_cancels) {
@@ -234,7 +255,7 @@ TEST_F(LongCsv, can_follow_a_cancelled_one) {
     loop.while_waiting = nullptr;
     import_many_lines();
     EXPECT_EQ(shown_tag(), "L19840");
-    EXPECT_EQ(form.Label1.caption.get(), "");
+    EXPECT_EQ(waiting(program.notices), Names{}) << "what was cancelled is done now";
     expect_free_again();
 }
 

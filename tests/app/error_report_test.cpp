@@ -4,9 +4,11 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
+#include "app/idle_platform.h"
+#include "app/notice_texts.h"
 #include "base/error.h"
-#include "fakes/memory_settings.h"
 #include "fakes/scripted_dialogs.h"
 
 namespace memwright {
@@ -14,13 +16,13 @@ namespace {
 
 class ErrorReports : public testing::Test {
   protected:
-    fakes::MemorySettings settings;
+    using Texts = std::vector<std::string>;
+
     fakes::ScriptedMessageBox messages;
-    TextBox Text1{"Text1"};
-    MenuEntry mnuShwDbg{"mnuShwDbg", "&Show Status Window"};
-    StatusWindow status_window{Text1, mnuShwDbg, settings, [] {}};
+    fakes::IdleLoop clock;
+    Notices notices{clock};
     bool in_a_transfer = false;
-    ErrorReport report{messages, status_window, [this] { return in_a_transfer; }};
+    ErrorReport report{messages, notices, [this] { return in_a_transfer; }};
 };
 
 TEST_F(ErrorReports, are_silent_when_nothing_fails) {
@@ -28,7 +30,7 @@ TEST_F(ErrorReports, are_silent_when_nothing_fails) {
     report.guard([&] { ran = true; });
     EXPECT_TRUE(ran);
     EXPECT_TRUE(messages.shown.empty());
-    EXPECT_EQ(Text1.text.get(), "");
+    EXPECT_EQ(noted(notices), Texts{});
 }
 
 TEST_F(ErrorReports, in_a_transfer_are_left_open_behind_which_it_goes_on) {
@@ -41,17 +43,16 @@ TEST_F(ErrorReports, in_a_transfer_are_left_open_behind_which_it_goes_on) {
     EXPECT_FALSE(messages.has_open_question());
 }
 
-TEST_F(ErrorReports, show_an_errors_text_as_it_stands_and_log_it) {
+TEST_F(ErrorReports, show_an_errors_text_as_it_stands_and_keep_it_in_the_list_of_notices) {
     messages.answers = {Answer::ok};
-    Text1.text = "before\r\n";
     report.guard([] { throw PortError("Cannot open COM 1: busy.\nClose the other program."); });
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].text, "Cannot open COM 1: busy.\nClose the other program.");
     EXPECT_EQ(messages.shown[0].title, "Memwright");
     EXPECT_EQ(messages.shown[0].buttons, Buttons::ok);
     EXPECT_EQ(messages.shown[0].icon, Icon::critical);
-    EXPECT_EQ(Text1.text.get(), "before\r\nCannot open COM 1: busy.\nClose the other program.\r\n");
-    EXPECT_EQ(Text1.caret.get(), Text1.text.get().size());
+    EXPECT_EQ(noted(notices), Texts{"Cannot open COM 1: busy.\nClose the other program."});
+    EXPECT_EQ(waiting(notices), Texts{}) << "the box was seen";
 }
 
 TEST_F(ErrorReports, say_of_any_other_exception_that_it_was_not_expected_and_what_was_kept) {
@@ -64,17 +65,14 @@ TEST_F(ErrorReports, say_of_any_other_exception_that_it_was_not_expected_and_wha
     EXPECT_EQ(messages.shown[0].text, wanted);
     EXPECT_EQ(messages.shown[0].title, "Memwright");
     EXPECT_EQ(messages.shown[0].icon, Icon::critical);
-    EXPECT_EQ(Text1.text.get(), wanted + "\r\n");
+    EXPECT_EQ(noted(notices), Texts{wanted});
 }
 
-TEST_F(ErrorReports, are_logged_before_the_box_is_shown_and_do_not_take_the_focus) {
+TEST_F(ErrorReports, are_in_the_list_before_the_box_is_shown) {
     messages.answers = {Answer::ok};
-    int wanted_focus = 0;
-    const Connection focus = Text1.focus_wanted.connect([&] { ++wanted_focus; });
-    messages.while_shown = [this] { EXPECT_EQ(Text1.text.get(), "gone\r\n"); };
+    messages.while_shown = [this] { EXPECT_EQ(noted(notices), Texts{"gone"}); };
     report.guard([] { throw Error("gone"); });
     EXPECT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(wanted_focus, 0);
 }
 
 TEST_F(ErrorReports, end_the_procedure_and_nothing_else) {

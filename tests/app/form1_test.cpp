@@ -45,7 +45,7 @@ const std::vector<Menu> kTree = {
      {{"mnuRead", "&Read from VR-120"},
       {"mnuWrite", "&Write To VR-120", false},
       {"mnuforce", "&Force Timeout"}}},
-    {{"mnuHelp", "&Help"}, {{"mnuabout", "&About..."}}}};
+    {{"mnuHelp", "&Help"}, {{"mnuabout", "&About..."}, {"NoticesEntry", "&Notices..."}}}};
 
 void expect_entry(const MenuEntry& entry, const Entry& wanted) {
     EXPECT_EQ(entry.name, wanted.name);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/frm_print.h"
+#include "app/notice_texts.h"
 #include "app/program_under_test.h"
 
 namespace memwright {
@@ -104,7 +105,8 @@ TEST_F(PrintCommand, a_printer_that_fails_is_reported_and_the_program_goes_on) {
     ASSERT_THAT(messages.shown, SizeIs(1));
     EXPECT_EQ(messages.shown[0].text, "Cannot print on Paper: it is out of paper.");
     EXPECT_EQ(messages.shown[0].icon, Icon::critical);
-    EXPECT_THAT(form.Text1.text.get(), testing::HasSubstr("it is out of paper"));
+    EXPECT_THAT(program.notices.of_this_run().back().notice.text,
+                testing::HasSubstr("it is out of paper"));
     EXPECT_THAT(paper.documents[0].pages, SizeIs(2));
 
     paper.fails = false;

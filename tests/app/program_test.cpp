@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/dialogs.h"
+#include "app/notice_texts.h"
 #include "app/program_under_test.h"
 
 namespace memwright {
@@ -96,7 +97,8 @@ TEST_F(Wiring, what_fails_behind_an_entry_is_reported_and_the_program_goes_on) {
     EXPECT_EQ(messages.shown[0].text, report);
     EXPECT_EQ(messages.shown[0].title, "Memwright");
     EXPECT_EQ(messages.shown[0].icon, Icon::critical);
-    EXPECT_EQ(form.Text1.text.get(), report + "\r\n");
+    EXPECT_EQ(noted(program.notices), std::vector{report});
+    EXPECT_EQ(form.Text1.text.get(), "");
     EXPECT_EQ(shown_tag(), "A");
 
     files.reading_fails = false;

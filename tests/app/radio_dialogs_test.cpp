@@ -5,6 +5,7 @@
 
 #include "app/frm_limit_search.h"
 #include "app/frm_misc_setting.h"
+#include "app/notice_texts.h"
 #include "app/program_under_test.h"
 
 namespace memwright {
@@ -133,7 +134,8 @@ TEST_F(RadioDialogs, an_image_that_a_list_cannot_show_is_reported_and_the_progra
     EXPECT_EQ(messages.shown[0].buttons, Buttons::ok);
     EXPECT_THAT(messages.shown[0].text,
                 HasSubstr("\"Scan Resume\", at offset 6669 of the memory image, is 12,"));
-    EXPECT_THAT(form.Text1.text.get(), HasSubstr("\"Scan Resume\", at offset 6669"));
+    EXPECT_THAT(noted(program.notices),
+                testing::ElementsAre(HasSubstr("\"Scan Resume\", at offset 6669")));
 
     EXPECT_EQ(shown_tag(), "A");
     EXPECT_EQ(saved(), before);

@@ -4,6 +4,7 @@
 
 #include "app/frm_limit_search.h"
 #include "app/frm_misc_setting.h"
+#include "app/notice_texts.h"
 #include "app/runs_test.h"
 
 namespace memwright {
@@ -197,13 +198,14 @@ TEST_F(ProgramRecovery, after_a_crash_the_table_comes_back_as_if_it_had_just_bee
     EXPECT_THAT(snapshots(), IsEmpty());
 }
 
-TEST_F(ProgramRecovery, a_full_disk_is_told_in_the_status_window_alone) {
+TEST_F(ProgramRecovery, a_full_disk_is_told_in_a_notice_alone) {
     const auto run = start_with_a_file();
     files.writing_fails = true;
     type(*run, "A");
     run->time.run_for(10s);
-    EXPECT_THAT(run->form.Text1.text.get(),
-                StartsWith("Changes are not kept for the case of a crash. Cannot "));
+    EXPECT_THAT(waiting(run->program.notices),
+                ElementsAre(StartsWith("Changes are not kept for the case of a crash. Cannot ")));
+    EXPECT_EQ(run->form.Text1.text.get(), "");
     EXPECT_THAT(run->messages.shown, IsEmpty());
 }
 

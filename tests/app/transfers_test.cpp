@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "app/dialogs.h"
+#include "app/notice_texts.h"
 #include "app/program_under_test.h"
 
 namespace memwright {
@@ -99,7 +100,8 @@ TEST_F(Transfers, a_port_that_does_not_open_is_reported_and_unlock_gives_the_win
     ASSERT_EQ(messages.shown.size(), 2U);
     EXPECT_EQ(messages.shown[1].text, port.open_error);
     EXPECT_EQ(messages.shown[1].icon, Icon::critical);
-    EXPECT_EQ(form.Text1.text.get(), port.open_error + "\r\n");
+    EXPECT_EQ(noted(program.notices), Names{port.open_error});
+    EXPECT_EQ(form.Text1.text.get(), "");
     EXPECT_FALSE(form.mnuFile.enabled) << "the window stays locked";
     EXPECT_TRUE(form.TransferButton.visible);
     EXPECT_EQ(form.TransferButton.caption.get(), "Unlock");

@@ -24,7 +24,9 @@ class RecordedImport final : public ImportDisplay {
         return !user_goes_on || user_goes_on();
     }
     void end() override { ++ends; }
-    void note(const std::string& lines) override { notes.push_back(lines); }
+    void note_skipped(const std::string& /*path*/, const std::string& lines) override {
+        notes.push_back(lines);
+    }
 };
 
 class CsvTest : public ImageFilesTest {

@@ -23,7 +23,7 @@ class CountedImport final : public ImportDisplay {
         return true;
     }
     void end() override { ++ends; }
-    void note(const std::string& lines) override {
+    void note_skipped(const std::string& /*path*/, const std::string& lines) override {
         EXPECT_FALSE(lines.empty());
         ++notes;
     }

@@ -22,7 +22,7 @@ const std::vector<std::string> kMenuEntries = {
     "mnuExport",        "mnuPrint",        "mnuexit",          "mnuEdit",     "mnuCut",
     "mnuCopy",          "mnuPaste",        "mnuOptions",       "mnuPort",     "mnuShwDbg",
     "mnuVR120Settings", "mnuMiscSettings", "mnuSearchBandMem", "mnuTransfer", "mnuRead",
-    "mnuWrite",         "mnuforce",        "mnuHelp",          "mnuabout"};
+    "mnuWrite",         "mnuforce",        "mnuHelp",          "mnuabout",    "NoticesEntry"};
 
 std::string spoken_name(QObject* object) {
     QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(object);

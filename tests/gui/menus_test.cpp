@@ -43,7 +43,8 @@ const std::vector<Menu> kMenus = {
      {{"mnuRead", "&Read from VR-120", true},
       {"mnuWrite", "&Write To VR-120", false},
       {"mnuforce", "&Force Timeout", true}}},
-    {{"mnuHelp", "&Help", true}, {{"mnuabout", "&About...", true}}},
+    {{"mnuHelp", "&Help", true},
+     {{"mnuabout", "&About...", true}, {"NoticesEntry", "&Notices...", true}}},
 };
 
 class Menus : public StartedWindowTest {

@@ -97,7 +97,8 @@ TEST_F(PrintingFromTheWindow, a_folder_that_takes_no_file_is_reported_and_the_pr
     ASSERT_THAT(seen, SizeIs(2));
     EXPECT_EQ(seen[1].icon, QMessageBox::Critical);
     EXPECT_THAT(qt::to_utf8(seen[1].text), HasSubstr("Cannot save " + documents() + "/Memwright "));
-    EXPECT_THAT(form().Text1.text.get(), HasSubstr("Cannot save "));
+    ASSERT_THAT(program().notices.of_this_run(), SizeIs(1));
+    EXPECT_THAT(program().notices.of_this_run()[0].notice.text, HasSubstr("Cannot save "));
 
     std::filesystem::remove(documents());
     const auto then = print({press_key(Qt::Key_Return), press(QMessageBox::Ok)});

@@ -164,7 +164,7 @@ TEST_F(Transfer, a_radio_that_hangs_up_gives_one_report_and_the_unlock_button) {
     EXPECT_EQ(report.title, "Memwright");
     EXPECT_EQ(report.icon, QMessageBox::Critical);
     EXPECT_THAT(qt::to_utf8(report.text), HasSubstr("Lost COM 1 (" + radio_.path() + ")"));
-    EXPECT_THAT(form().Text1.text.get(), HasSubstr("Lost COM 1"));
+    EXPECT_THAT(program().notices.of_this_run().back().notice.text, HasSubstr("Lost COM 1"));
     EXPECT_EQ(texts(), before_);
     expect_locked(true);
     auto& button = widget<QPushButton>("TransferButton");

@@ -61,13 +61,6 @@ TEST_F(StatusWindowTest, DebugOut_leaves_the_focus_where_it_is_if_the_window_is_
     EXPECT_EQ(Text1.caret.get(), 5U);
 }
 
-TEST_F(StatusWindowTest, add_line_never_wants_the_focus) {
-    window.add_line("one");
-    EXPECT_TRUE(focus_wishes.empty());
-    EXPECT_EQ(Text1.text.get(), "one\r\n");
-    EXPECT_EQ(Text1.caret.get(), 5U);
-}
-
 TEST_F(StatusWindowTest, the_toggle_hides_the_window_and_stores_False) {
     window.mnuShwDbg_Click();
     EXPECT_FALSE(mnuShwDbg.checked);

@@ -35,6 +35,13 @@ MemoryImage through_the_table(const MemoryImage& image) {
     return store.MemoryImage;
 }
 
+// Not the first start of all, which says how to begin.
+MemwrightDesktop::MemwrightDesktop() {
+    fs::create_directories(desktop.settings() / "Memwright");
+    const std::string text = "[Notices]\nFirstSteps=dismissed\n";
+    write_file(desktop.settings() / "Memwright" / "Memwright.ini", Bytes(text.begin(), text.end()));
+}
+
 void MemwrightDesktop::plug_in(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"--save", radio_file().string(), "--pace", "none"});
     radio = std::make_unique<Program>(desktop, VR120_SIM, arguments);

@@ -37,6 +37,8 @@ MemoryImage through_the_table(const MemoryImage& image);
 
 class MemwrightDesktop : public testing::Test {
   protected:
+    MemwrightDesktop();
+
     // Connects a radio to the cable.
     void plug_in(std::vector<std::string> arguments = {});
     void start(std::vector<std::string> arguments = {}, const Environment& extra = {});

@@ -124,8 +124,9 @@ std::string TransferBench::check_end(const Plan& plan, const Outcome& outcome) {
         if (report.find(outcome.report) == std::string::npos) {
             wrong += "the report is: " + report + "\nnot: " + outcome.report + "\n";
         }
-        if (form.Text1.text.get().find(report) == std::string::npos) {
-            wrong += "the status window does not hold the report\n";
+        const auto& noted = program_.notices.of_this_run();
+        if (noted.empty() || noted.back().notice.text != report) {
+            wrong += "the list of notices does not hold the report\n";
         }
         const bool locked = !form.mnuFile.enabled && !form.MSFlexGrid1.enabled;
         if (!locked) wrong += "the window is not locked\n";
@@ -174,7 +175,12 @@ std::string TransferBench::check_archive(const Outcome& outcome) {
 
 std::string TransferBench::check_doubts(const Outcome& outcome) {
     std::string wrong;
-    const std::string& status = program_.form.Text1.text;
+    if (!program_.form.Text1.text.get().empty()) wrong += "the status window is not empty\n";
+    std::string status;
+    if (const auto number = program_.notices.current()) {
+        const Notice& notice = program_.notices.of_this_run()[*number].notice;
+        status = (notice.details.empty() ? notice.text : notice.details) + "\n";
+    }
     const auto lines = std::ranges::count(status, '\n');
     if (lines != static_cast<std::ptrdiff_t>(outcome.doubtful.size())) {
         wrong += "other blocks are doubted: " + status + "\n";

@@ -26,6 +26,8 @@ WindowTest::WindowTest() {
                        qt::from_file_name(folder_.file("settings")));
     qputenv("XDG_STATE_HOME", folder_.file("state").c_str());
     qputenv("XDG_DATA_HOME", folder_.file("data").c_str());
+    // Not the first start of all, which says how to begin.
+    store_setting("FirstSteps", "dismissed", "Memwright", "Notices");
 }
 
 WindowTest::~WindowTest() {
