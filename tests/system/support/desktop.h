@@ -39,7 +39,7 @@ class Desktop {
 
     Keyboard& keyboard() { return *keyboard_; }
     const Screen& screen() const { return *screen_; }
-    const MessageBus& bus() const { return *bus_; }
+    MessageBus& bus() const { return *bus_; }
     const XDisplay& display() const { return *display_; }
 
     std::vector<TopWindow> windows() const;

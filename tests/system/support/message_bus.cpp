@@ -61,8 +61,46 @@ MessageBus::MessageBus(std::string address) : address_(std::move(address)) {
     if (connection_ == nullptr) {
         throw std::runtime_error("Cannot reach the bus " + address_ + ": " + take_message(error));
     }
-    g_dbus_connection_add_filter(connection_, &answer, &address_, nullptr);
+    g_dbus_connection_add_filter(connection_, &filter, this, nullptr);
     call(kDaemon, kDaemon.owner.c_str(), "RequestName", g_variant_new("(su)", "org.a11y.Bus", 0U));
+}
+
+GDBusMessage* MessageBus::filter(GDBusConnection* connection, GDBusMessage* message,
+                                 gboolean incoming, gpointer bus) {
+    auto& own = *static_cast<MessageBus*>(bus);
+    if (g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_SIGNAL) own.hear(*message);
+    return answer(connection, message, incoming, &own.address_);
+}
+
+void MessageBus::hear(GDBusMessage& message) {
+    const char* member = g_dbus_message_get_member(&message);
+    GVariant* body = g_dbus_message_get_body(&message);
+    if (member == nullptr || std::string_view(member) != "StateChanged" || body == nullptr) return;
+    const char* state = nullptr;
+    int on = 0;
+    g_variant_get_child(body, 0, "&s", &state);
+    g_variant_get_child(body, 1, "i", &on);
+    const std::lock_guard lock(mutex_);
+    if (on == 0 || state != state_) return;
+    heard_.push_back({g_dbus_message_get_sender(&message), g_dbus_message_get_path(&message)});
+}
+
+void MessageBus::listen_for_state(const char* state) {
+    {
+        const std::lock_guard lock(mutex_);
+        state_ = state;
+    }
+    call(kDaemon, kDaemon.owner.c_str(), "AddMatch",
+         g_variant_new("(s)", "type='signal',interface='org.a11y.atspi.Event.Object'"));
+    const std::string event = std::string("object:state-changed:") + state;
+    // Programs send only what somebody has asked for.
+    call({"org.a11y.atspi.Registry", "/org/a11y/atspi/registry"}, "org.a11y.atspi.Registry",
+         "RegisterEvent", g_variant_new("(sass)", event.c_str(), nullptr, ""));
+}
+
+std::vector<ObjectName> MessageBus::heard() const {
+    const std::lock_guard lock(mutex_);
+    return heard_;
 }
 
 MessageBus::~MessageBus() {

@@ -10,7 +10,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <vector>
 
 namespace memwright::systest {
 
@@ -38,11 +40,22 @@ class MessageBus {
                  GVariant* arguments = nullptr) const;
     Variant property(const ObjectName& object, const char* interface, const char* name) const;
 
+    // From now on, hears of elements whose state of this name changes, and of which have.
+    void listen_for_state(const char* state);
+    std::vector<ObjectName> heard() const;
+
     bool has_owner(const std::string& name) const;
     std::uint32_t process_of(const std::string& owner) const;
 
   private:
+    static GDBusMessage* filter(GDBusConnection* connection, GDBusMessage* message,
+                                gboolean incoming, gpointer bus);
+    void hear(GDBusMessage& message);
+
     std::string address_;
+    std::string state_;
+    std::vector<ObjectName> heard_;
+    mutable std::mutex mutex_;  // of what the connection's own thread writes
     GDBusConnection* connection_ = nullptr;
 };
 
