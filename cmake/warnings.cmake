@@ -9,3 +9,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 finds overlaps in its own std::string that are none.
   add_compile_options(-Wno-restrict)
 endif()
+if(CMAKE_UNITY_BUILD)
+  # What one source names is not hidden by the next, which is compiled together with it by chance.
+  add_compile_options(-Wno-shadow)
+endif()
