@@ -73,6 +73,7 @@ TEST_F(SystemSurroundings, settings_that_cannot_be_read_are_as_none) {
 }
 
 TEST_F(SystemSurroundings, settings_that_cannot_be_written_stand_in_no_ones_way) {
+    fs::remove_all(desktop.settings() / "Memwright");
     write_file(desktop.settings() / "Memwright", Bytes{1});
     works_with(file("mine.120"));
     EXPECT_EQ(file_bytes(desktop.settings() / "Memwright"), Bytes{1});
