@@ -36,11 +36,13 @@ function(memwright_library folder)
 endfunction()
 
 # memwright_module(<name> <source> <library>...)
-# adds the module memwright-<name>, which lies beside the programs and is installed for them.
+# adds the module memwright-<name>, with "-" for "_", which lies beside the programs and is installed
+# for them.
 function(memwright_module name source)
+  string(REPLACE "_" "-" file "memwright-${name}")
   add_library(memwright_${name} MODULE ${source})
   target_link_libraries(memwright_${name} PRIVATE ${ARGN})
-  set_target_properties(memwright_${name} PROPERTIES PREFIX "" OUTPUT_NAME memwright-${name}
+  set_target_properties(memwright_${name} PROPERTIES PREFIX "" OUTPUT_NAME ${file}
                         LIBRARY_OUTPUT_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   install(TARGETS memwright_${name}
           LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/${MEMWRIGHT_MODULES}")

@@ -9,7 +9,7 @@
 #include <cstdio>
 
 #include "occupied_memory.h"
-#include "qt/desktop.h"
+#include "qt/windowed_program.h"
 
 namespace {
 
@@ -30,13 +30,13 @@ int main(int argc, char* argv[]) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
     qputenv("XDG_DATA_HOME", folder.filePath("data").toLocal8Bit());
     qputenv("XDG_STATE_HOME", folder.filePath("state").toLocal8Bit());
-    qt::Desktop desktop({});
-    desktop.start("");
-    if (!QTest::qWaitForWindowExposed(&desktop.window)) return 1;
+    qt::WindowedProgram windowed({});
+    windowed.start("");
+    if (!QTest::qWaitForWindowExposed(&windowed.window)) return 1;
     settle();
 
     benchmarks::OccupiedTable occupied;
-    MSFlexGrid& grid = desktop.program.form.MSFlexGrid1;
+    MSFlexGrid& grid = windowed.program.form.MSFlexGrid1;
     ChannelTable table(occupied.store, grid, occupied.mnuSaveOnly);
     int signals_seen = 0;
     const Connection watch = grid.changed.connect([&](const GridChange&) { ++signals_seen; });

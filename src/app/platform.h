@@ -1,6 +1,6 @@
 #pragma once
 
-// All that the program asks of the desktop that it runs on.
+// All that the program uses of the platform: what the operating system and its desktop give.
 
 #include "app/dialog_views.h"
 #include "platform/file_dialogs.h"

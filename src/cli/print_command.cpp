@@ -44,10 +44,10 @@ Status print(const Arguments& arguments, Session& session) {
 
     Workbench bench(session.console, session.files);
     bench.open(arguments[0]);
-    const auto desk = open_desk(DeskWork::pages);
-    const auto printer = desk->pdf_printer(*output, session.files);
+    const auto loaded = open_ports_and_pages(ModuleUse::pages);
+    const auto printer = loaded->pdf_printer(*output, session.files);
     SaidMessages messages(session.console);
-    GridPrinting printing(*printer, desk->clock(), messages,
+    GridPrinting printing(*printer, loaded->clock(), messages,
                           [&] { return bench.image_files.current_path(); });
     printing.PrintGrid(bench.form.MSFlexGrid1, "Memwright", true, rows.first, rows.last);
     return kDone;

@@ -62,17 +62,17 @@ class Transfer {
           files_(session.files),
           bench(session.console, session.files),
           instructions(session.console, arguments.has("--yes")),
-          desk_(open_desk(DeskWork::ports)),
-          ports_(desk_->devices(), desk_->settings(), named(arguments, desk_->settings())),
-          port_(desk_->port([this](int number) { return ports_.device_of(number); })),
+          loaded_(open_ports_and_pages(ModuleUse::ports)),
+          ports_(loaded_->devices(), loaded_->settings(), named(arguments, loaded_->settings())),
+          port_(loaded_->port([this](int number) { return ports_.device_of(number); })),
           control_(
               {bench.form.TransferProgress, bench.form.ReceivedLabel, bench.form.TransferButton},
               *port_, bench.form, instructions),
-          link(*port_, desk_->settings(), desk_->clock(), desk_->loop(),
+          link(*port_, loaded_->settings(), loaded_->clock(), loaded_->loop(),
                {bench.form.Label1, bench.form.Text1}, control_) {
         progress_ = bench.form.TransferProgress.percent.changed.connect(
             [this] { console_.show_progress(bench.form.TransferProgress.percent); });
-        interrupts_ = desk_->loop().every(kLookForInterrupt, [this] {
+        interrupts_ = loaded_->loop().every(kLookForInterrupt, [this] {
             if (interrupted()) control_.end_now();
         });
         instructions.when_declined = [this] { control_.end_now(); };
@@ -99,7 +99,7 @@ class Transfer {
     Instructions instructions;
 
   private:
-    std::unique_ptr<Desk> desk_;
+    std::unique_ptr<PortsAndPages> loaded_;
     ComPorts ports_;
     std::unique_ptr<MSComm> port_;
     TransferControl control_;
@@ -112,7 +112,7 @@ class Transfer {
     // Keeps a dated copy of the image; what cannot be kept stands in no transfer's way.
     void archive(const MemoryImage& image, const char* what) {
         ImageArchive kept(files_, native_user_folders().data);
-        const std::string failure = kept.try_to_keep(image, desk_->clock().timestamp(), what);
+        const std::string failure = kept.try_to_keep(image, loaded_->clock().timestamp(), what);
         if (!failure.empty()) console_.say(failure);
         archived = failure.empty() && !kept.folder().empty();
     }
@@ -180,8 +180,8 @@ Status write_radio(const Arguments& arguments, Session& session) {
 }
 
 Status ports(const Arguments& /*arguments*/, Session& session) {
-    const auto desk = open_desk(DeskWork::ports);
-    const ComPorts ports(desk->devices(), desk->settings(), {});
+    const auto loaded = open_ports_and_pages(ModuleUse::ports);
+    const ComPorts ports(loaded->devices(), loaded->settings(), {});
     std::vector<SerialDevice> others = ports.devices();
     const auto print = [&](const std::string& name, const std::string& path,
                            const std::string& description) {

@@ -19,7 +19,7 @@ std::optional<Message> ImageFiles::question_about_changes() {
 std::optional<Answer> ImageFiles::ask_about_changes() {
     const auto question = question_about_changes();
     if (!question) return std::nullopt;
-    return desktop_.messages.show(*question);
+    return services_.messages.show(*question);
 }
 
 bool ImageFiles::may_go_on() {
@@ -36,14 +36,14 @@ bool ImageFiles::may_go_on() {
 void ImageFiles::mnuOpen_Click() {
     table_.SaveVR120Data();
     if (!may_go_on()) return;
-    const auto name = desktop_.dialogs.open(
+    const auto name = services_.dialogs.open(
         {.title = "Open File",
          .filters = {{"VR-120 Files (*.120 *.tk1)", "*.120;*.tk1"}, kAllFiles},
          .folder = last_used_folder,
          .places = places});
     if (!name) return;
     const std::string path = up_to_nul(*name);
-    if (!is_kept_copy(path)) enter_folder_of(path, desktop_.files);
+    if (!is_kept_copy(path)) enter_folder_of(path, services_.files);
     open(path);
 }
 
@@ -109,15 +109,15 @@ void ImageFiles::save_as() {
     // Deliberate: Save As ends silently when it fails.
     try {
         const auto name =
-            desktop_.dialogs.save({.title = "Save File As..",
-                                   .filters = {{"VR-120 Files (*.120)", "*.120"}, kAllFiles},
-                                   .folder = desktop_.files.current_folder()});
+            services_.dialogs.save({.title = "Save File As..",
+                                    .filters = {{"VR-120 Files (*.120)", "*.120"}, kAllFiles},
+                                    .folder = services_.files.current_folder()});
         if (!name) {
             save_cancelled = true;
             return;
         }
         const std::string path = with_extension(up_to_nul(*name), ".120");
-        enter_folder_of(path, desktop_.files);
+        enter_folder_of(path, services_.files);
         if (!save_as_confirmed(path)) {
             save_cancelled = true;
             return;
@@ -133,11 +133,11 @@ void ImageFiles::save_as() {
 // False if the user cancelled at the question whether to replace a file.
 bool ImageFiles::save_as_confirmed(const std::string& path) {
     if (store_.FileExists(path)) {
-        const Answer answer =
-            desktop_.messages.show({.text = path + " already exists.\r\nDo you want to replace it?",
-                                    .title = "Save As",
-                                    .buttons = Buttons::yes_no_cancel,
-                                    .icon = Icon::exclamation});
+        const Answer answer = services_.messages.show(
+            {.text = path + " already exists.\r\nDo you want to replace it?",
+             .title = "Save As",
+             .buttons = Buttons::yes_no_cancel,
+             .icon = Icon::exclamation});
         if (answer == Answer::cancel) return false;
         if (answer == Answer::no) {
             // Deliberate: whatever comes of the second run, this one then takes over the declined
@@ -151,7 +151,7 @@ bool ImageFiles::save_as_confirmed(const std::string& path) {
 }
 
 void ImageFiles::write(const std::string& path) {
-    desktop_.files.overwrite(path, store_.MemoryImage.bytes());
+    services_.files.overwrite(path, store_.MemoryImage.bytes());
     in_a_file();
 }
 

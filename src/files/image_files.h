@@ -19,21 +19,21 @@ namespace memwright {
 
 class ImageFiles {
   public:
-    // What the commands ask of the desktop.
-    struct Desktop {
+    // What the commands use of the platform.
+    struct Services {
         MessageBox& messages;
         FileDialogs& dialogs;
         FileSystem& files;
     };
 
     ImageFiles(modVR120& store, ChannelTable& table, MSFlexGrid& grid, UserInterface& window,
-               FormCaption& caption, Desktop desktop)
+               FormCaption& caption, Services services)
         : store_(store),
           table_(table),
           grid_(grid),
           window_(window),
           caption_(caption),
-          desktop_(desktop) {}
+          services_(services) {}
 
     void mnuOpen_Click();
     void mnuSaveOnly_Click();
@@ -87,7 +87,7 @@ class ImageFiles {
     MSFlexGrid& grid_;
     UserInterface& window_;
     FormCaption& caption_;
-    Desktop desktop_;
+    Services services_;
     std::string current_path_;
 };
 

@@ -46,8 +46,8 @@ void Recovery::begin() {
 }
 
 void Recovery::content_changed() {
-    if (timer_ || desktop_.folder.empty()) return;
-    timer_ = desktop_.loop.every(kDelay, [this] { write(); });
+    if (timer_ || services_.folder.empty()) return;
+    timer_ = services_.loop.every(kDelay, [this] { write(); });
 }
 
 bool Recovery::is_in_a_file() const {
@@ -87,32 +87,32 @@ void Recovery::write() {
 }
 
 void Recovery::write_snapshot() {
-    desktop_.files.make_private_folder(desktop_.folder);
+    services_.files.make_private_folder(services_.folder);
     if (own_lock_ == nullptr) choose_name();
-    desktop_.files.replace_private(
-        path(own_name_), bytes_of({work_.files.current_path(), desktop_.clock.date_and_time(),
+    services_.files.replace_private(
+        path(own_name_), bytes_of({work_.files.current_path(), services_.clock.date_and_time(),
                                    work_.store.MemoryImage, cells_of(work_.grid)}));
 }
 
 // A name that no other run has, nor what one of them left.
 void Recovery::choose_name() {
     constexpr int kMostRuns = 100;
-    const std::string stem = desktop_.clock.timestamp() + " ";
+    const std::string stem = services_.clock.timestamp() + " ";
     const Names there = names();
     for (int n = 1; n <= kMostRuns; ++n) {
         own_name_ = stem + std::to_string(n) + kExtension;
         if (is_among(there, own_name_)) continue;
-        own_lock_ = desktop_.locks.lock(path(own_name_ + kLockExtension));
+        own_lock_ = services_.locks.lock(path(own_name_ + kLockExtension));
         if (own_lock_ != nullptr) return;
     }
-    throw FileError("Cannot make a file in " + desktop_.folder +
+    throw FileError("Cannot make a file in " + services_.folder +
                     ".\nCheck that you may write to it and that there is space left.");
 }
 
 void Recovery::remove_own() {
     if (own_lock_ == nullptr) return;
     try {
-        desktop_.files.remove(path(own_name_));
+        services_.files.remove(path(own_name_));
     } catch (const Error& error) {
         note_(error.what());
     }
@@ -126,7 +126,7 @@ void Recovery::end() {
 }
 
 bool Recovery::offer() {
-    if (desktop_.folder.empty()) return false;
+    if (services_.folder.empty()) return false;
     forget_old_ones();
     const Names found = names();
     // The latest first.
@@ -144,14 +144,14 @@ bool Recovery::offer() {
 
 bool Recovery::offer(const std::string& name) {
     if (own_lock_ != nullptr && name == own_name_) return false;
-    auto lock = desktop_.locks.lock(path(name + kLockExtension));
+    auto lock = services_.locks.lock(path(name + kLockExtension));
     if (lock == nullptr || !is_among(names(), name)) return false;  // of another run
     std::optional<Bytes> bytes;
     const auto snapshot = read(name, bytes);
-    if (snapshot && desktop_.messages.show({.text = question(*snapshot),
-                                            .title = "Memwright",
-                                            .buttons = Buttons::yes_no,
-                                            .icon = Icon::question}) == Answer::yes) {
+    if (snapshot && services_.messages.show({.text = question(*snapshot),
+                                             .title = "Memwright",
+                                             .buttons = Buttons::yes_no,
+                                             .icon = Icon::question}) == Answer::yes) {
         restore(*snapshot);
         // It stays on the disk, as this run's own: there is no moment without one.
         remove_own();
@@ -167,7 +167,7 @@ bool Recovery::offer(const std::string& name) {
 std::optional<Snapshot> Recovery::read(const std::string& name, std::optional<Bytes>& bytes) {
     constexpr std::uint64_t kLargest = 64ULL * 1024 * 1024;
     try {
-        const auto file = desktop_.files.open_input(path(name));
+        const auto file = services_.files.open_input(path(name));
         if (file->size() > kLargest) throw InputError("It is too large.");
         bytes.emplace(file->size());
         bytes->resize(file->read(*bytes));
@@ -198,16 +198,16 @@ void Recovery::set_aside(const std::string& name, const std::optional<Bytes>& by
     bool copied = false;
     if (bytes) {
         try {
-            desktop_.files.replace_private(path(aside), *bytes);
+            services_.files.replace_private(path(aside), *bytes);
             copied = true;
         } catch (const FileError&) {
             // Its days have begun earlier then.
         }
     }
     if (copied) {
-        desktop_.files.remove(path(name));
+        services_.files.remove(path(name));
     } else {
-        desktop_.files.rename(path(name), path(aside));
+        services_.files.rename(path(name), path(aside));
     }
 }
 
@@ -216,10 +216,10 @@ void Recovery::forget_old_ones() {
     for (const std::string& name : there) {
         try {
             if (is_lock_alone(name, there)) {
-                desktop_.locks.lock(path(name));  // unlocking removes it
+                services_.locks.lock(path(name));  // unlocking removes it
             } else if (name.starts_with(kAside) &&
-                       desktop_.files.age_in_days(path(name)) > kDaysAside) {
-                desktop_.files.remove(path(name));
+                       services_.files.age_in_days(path(name)) > kDaysAside) {
+                services_.files.remove(path(name));
             }
         } catch (const FileError& error) {
             note_(error.what());

@@ -34,7 +34,8 @@ class Recovery {
         UserInterface& window;
     };
 
-    struct Desktop {
+    // What it uses of the platform.
+    struct Services {
         FileSystem& files;
         RunLocks& locks;
         Clock& clock;
@@ -44,8 +45,8 @@ class Recovery {
     };
 
     // `note` tells the user something in passing.
-    Recovery(Work work, Desktop desktop, std::function<void(const std::string&)> note)
-        : work_(work), desktop_(std::move(desktop)), note_(std::move(note)) {}
+    Recovery(Work work, Services services, std::function<void(const std::string&)> note)
+        : work_(work), services_(std::move(services)), note_(std::move(note)) {}
 
     // How long a change may wait for the disk.
     static constexpr std::chrono::milliseconds kDelay{500};
@@ -74,11 +75,11 @@ class Recovery {
     void restore(const Snapshot& snapshot);
     void set_aside(const std::string& name, const std::optional<Bytes>& bytes);
     void forget_old_ones();
-    std::vector<std::string> names() const { return desktop_.files.files_in(desktop_.folder); }
-    std::string path(const std::string& name) const { return desktop_.folder + "/" + name; }
+    std::vector<std::string> names() const { return services_.files.files_in(services_.folder); }
+    std::string path(const std::string& name) const { return services_.folder + "/" + name; }
 
     Work work_;
-    Desktop desktop_;
+    Services services_;
     std::function<void(const std::string&)> note_;
     std::string own_name_;  // of this run's snapshot, once there is one
     std::unique_ptr<RunLock> own_lock_;

@@ -76,8 +76,9 @@ Function module_function(const std::string& module_name, const char* name) {
 
 }  // namespace
 
-std::unique_ptr<Desk> open_desk(DeskWork work) {
-    return std::unique_ptr<Desk>(module_function<OpenDesk>("memwright-desk", kOpenDesk)(work));
+std::unique_ptr<PortsAndPages> open_ports_and_pages(ModuleUse use) {
+    return std::unique_ptr<PortsAndPages>(
+        module_function<OpenPortsAndPages>("memwright-ports-and-pages", kOpenPortsAndPages)(use));
 }
 
 std::unique_ptr<Printer> open_printer(FileSystem& files) {

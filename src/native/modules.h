@@ -6,11 +6,11 @@
 
 #include <memory>
 
-#include "platform/desk.h"
+#include "platform/modules.h"
 
 namespace memwright {
 
-std::unique_ptr<Desk> open_desk(DeskWork work);
+std::unique_ptr<PortsAndPages> open_ports_and_pages(ModuleUse use);
 
 // The desktop's default printer, for a program with windows.
 std::unique_ptr<Printer> open_printer(FileSystem& files);

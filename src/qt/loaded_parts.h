@@ -12,39 +12,39 @@
 #include <vector>
 
 #include "native/modules.h"
-#include "platform/desk.h"
+#include "platform/modules.h"
 
 namespace memwright::qt {
 
-class LoadedDesk {
+class LoadedPortsAndPages {
   public:
-    Desk& get() {
-        if (!desk_) desk_ = open_desk(DeskWork::ports);
-        return *desk_;
+    PortsAndPages& get() {
+        if (!loaded_) loaded_ = open_ports_and_pages(ModuleUse::ports);
+        return *loaded_;
     }
 
   private:
-    std::unique_ptr<Desk> desk_;
+    std::unique_ptr<PortsAndPages> loaded_;
 };
 
 class LoadedDevices final : public SerialDevices {
   public:
-    explicit LoadedDevices(LoadedDesk& desk) : desk_(desk) {}
+    explicit LoadedDevices(LoadedPortsAndPages& loaded) : loaded_(loaded) {}
 
     std::vector<SerialDevice> list() override { return devices().list(); }
     std::string describe(const std::string& path) override { return devices().describe(path); }
     bool numbers_name_devices() const override { return devices().numbers_name_devices(); }
 
   private:
-    SerialDevices& devices() const { return desk_.get().devices(); }
+    SerialDevices& devices() const { return loaded_.get().devices(); }
 
-    LoadedDesk& desk_;
+    LoadedPortsAndPages& loaded_;
 };
 
 class LoadedPort final : public MSComm {
   public:
-    LoadedPort(LoadedDesk& desk, std::function<std::string(int)> device_of)
-        : desk_(desk), device_of_(std::move(device_of)) {}
+    LoadedPort(LoadedPortsAndPages& loaded, std::function<std::string(int)> device_of)
+        : loaded_(loaded), device_of_(std::move(device_of)) {}
 
     void set_properties(const PortProperties& properties) override {
         port().set_properties(properties);
@@ -62,11 +62,11 @@ class LoadedPort final : public MSComm {
 
   private:
     MSComm& port() {
-        if (!port_) port_ = desk_.get().port(device_of_);
+        if (!port_) port_ = loaded_.get().port(device_of_);
         return *port_;
     }
 
-    LoadedDesk& desk_;
+    LoadedPortsAndPages& loaded_;
     std::function<std::string(int)> device_of_;
     std::unique_ptr<MSComm> port_;
 };

@@ -5,7 +5,7 @@
 #include <initializer_list>
 
 #include "qt/command_line.h"
-#include "qt/desktop.h"
+#include "qt/windowed_program.h"
 
 namespace {
 
@@ -31,9 +31,9 @@ int main(int argc, char* argv[]) {
     QApplication application(one, argv);
     QApplication::setApplicationName("memwright");
     QGuiApplication::setDesktopFileName("org.memwright.Memwright");
-    qt::Desktop desktop(arguments.ports);
+    qt::WindowedProgram windowed(arguments.ports);
     // The pictures are read once the window is there to be looked at.
-    QTimer::singleShot(0, &desktop.window, show_icon);
-    desktop.start(arguments.file);
+    QTimer::singleShot(0, &windowed.window, show_icon);
+    windowed.start(arguments.file);
     return QApplication::exec();
 }

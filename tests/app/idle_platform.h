@@ -1,6 +1,6 @@
 #pragma once
 
-// The parts of a desktop that these tests hardly use, as plain as they can be: a port on which
+// The parts of the platform that these tests hardly use, as plain as they can be: a port on which
 // nothing answers, a clock that goes on while something waits, devices from a list, and dialogs
 // that a test works while they are open.
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "app/faked_desktop.h"
+#include "app/faked_platform.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
 #include "native/file_system.h"
@@ -17,7 +17,7 @@
 
 namespace memwright {
 
-class ProgramTest : public testing::Test, protected fakes::FakedDesktop {
+class ProgramTest : public testing::Test, protected fakes::FakedPlatform {
   public:
     ~ProgramTest() override;
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/faked_desktop.h"
+#include "app/faked_platform.h"
 #include "fakes/faulty_file_system.h"
 #include "fakes/held_locks.h"
 #include "fakes/simulated_port.h"
@@ -22,7 +22,7 @@
 namespace memwright {
 
 // A run of the program, which crashes when it is dropped.
-struct Running : fakes::FakedDesktop {
+struct Running : fakes::FakedPlatform {
     Running(UserFolders folders, FileSystem& files, RunLocks& locks, radio::Options options)
         : radio(radio::demonstration_memory(), std::move(options)),
           program(platform(files, port, time, locks, std::move(folders)), ports) {

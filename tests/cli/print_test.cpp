@@ -116,7 +116,7 @@ TEST_F(Print, without_a_part_of_the_program_says_what_to_do) {
     systest::Command alone = command({"print", image_, "--pdf", "out.pdf"});
     alone.program = programs.path() / "memwright-cli";
     fs::copy_file(MEMWRIGHT_CLI, alone.program);
-    const fs::path part = programs.path() / "memwright-desk.so";
+    const fs::path part = programs.path() / "memwright-ports-and-pages.so";
     const auto expect_refused = [&](const std::string& why) {
         const Ended ended = run_to_end(alone);
         EXPECT_EQ(ended.status, 4);
@@ -127,9 +127,9 @@ TEST_F(Print, without_a_part_of_the_program_says_what_to_do) {
         EXPECT_EQ(folder_.names(), Words{"radio.120"});
     };
     expect_refused("No such file or directory");
-    programs.put("memwright-desk.so", {'t', 'e', 'x', 't'});
+    programs.put("memwright-ports-and-pages.so", {'t', 'e', 'x', 't'});
     expect_refused(part.string() + ": file too short");
-    fs::copy_file(fs::path(MEMWRIGHT_PROGRAMS) / "memwright-desk.so", part,
+    fs::copy_file(fs::path(MEMWRIGHT_PROGRAMS) / "memwright-ports-and-pages.so", part,
                   fs::copy_options::overwrite_existing);
     EXPECT_EQ(run_to_end(alone).status, 0);
     EXPECT_EQ(pages("out.pdf"), "7");

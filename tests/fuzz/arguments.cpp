@@ -90,12 +90,12 @@ Given given_by(Input input) {
 }
 
 // No module may ever be loaded here.
-void expect_no_desk() {
+void expect_no_modules() {
     try {
-        open_desk(DeskWork::ports);
-        ADD_FAILURE() << "the desk is the real one";
+        open_ports_and_pages(ModuleUse::ports);
+        ADD_FAILURE() << "the modules are the real ones";
     } catch (const FileError& error) {
-        EXPECT_STREQ(error.what(), "There is no desk here.");
+        EXPECT_STREQ(error.what(), "There are no modules here.");
     }
 }
 
@@ -152,7 +152,7 @@ void arguments(Input input) {
     // Nothing outside of the sandbox can be named then.
     const auto leads_away = [](const std::string& a) { return a.find('/') != a.npos; };
     if (std::ranges::any_of(given.arguments, leads_away)) return;
-    expect_no_desk();
+    expect_no_modules();
 
     const Sandbox sandbox;
     Files before = files_at_start();

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "app/dialogs.h"
-#include "app/faked_desktop.h"
+#include "app/faked_platform.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "fakes/faulty_file_system.h"
@@ -64,8 +64,8 @@ void expect_reading_is_sound(const std::string& text) {
 }
 
 // A run of the program on a desktop of fakes.
-struct Run : fakes::FakedDesktop {
-    explicit Run(fakes::MemorySettings stored) : FakedDesktop(std::move(stored)) {
+struct Run : fakes::FakedPlatform {
+    explicit Run(fakes::MemorySettings stored) : FakedPlatform(std::move(stored)) {
         devices.present = {{"/dev/ttyUSB0", "a cable", true}, {"/dev/ttyS0", "", false}};
         cells.grid = &program.form.MSFlexGrid1;
         program.start();

@@ -117,7 +117,7 @@ TEST_F(Close, escape_in_the_question_is_cancel) {
 
 TEST_F(Close, the_program_may_end_with_its_window_open) {
     open_some_image();
-    desktop_.reset();
+    windowed_.reset();
     EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
 }
 

@@ -44,7 +44,7 @@ class Recovery : public EditingTest {
         type(text);
     }
     // Without a clean exit.
-    void crash() { desktop_.reset(); }
+    void crash() { windowed_.reset(); }
     std::vector<Seen> start_again(const std::vector<Reply>& replies) {
         return answering(replies, [this] {
             start();

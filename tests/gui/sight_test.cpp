@@ -26,12 +26,12 @@ class Sight : public WindowTest {
     void expect_all_in_sight_at(const QRect& stored) {
         start_at(stored);
         EXPECT_TRUE(wait_until([&] { return room().contains(place()); })) << shown();
-        desktop_.reset();
+        windowed_.reset();
     }
     void expect_exactly_at(const QRect& stored) {
         start_at(stored);
         EXPECT_TRUE(wait_until([&] { return place() == stored; })) << shown();
-        desktop_.reset();
+        windowed_.reset();
     }
     std::string shown() {
         return std::to_string(place().left()) + ", " + std::to_string(place().top()) + ", " +

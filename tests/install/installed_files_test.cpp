@@ -80,11 +80,11 @@ TEST_F(Installed, the_command_line_finds_its_module_when_the_installation_has_mo
 }
 
 TEST_F(Installed, the_command_line_names_the_module_that_it_misses) {
-    fs::remove(installation.module("memwright-desk.so"));
+    fs::remove(installation.module("memwright-ports-and-pages.so"));
     const auto outcome = systest::run_program(installation.program("memwright-cli"), {"ports"},
                                               installation.environment());
     EXPECT_EQ(outcome.status.code, 4);
-    EXPECT_THAT(outcome.output, HasSubstr("memwright/modules/memwright-desk.so"));
+    EXPECT_THAT(outcome.output, HasSubstr("memwright/modules/memwright-ports-and-pages.so"));
     EXPECT_THAT(installation.say("memwright-cli", {"channels", image()}), HasSubstr("TOWER"));
 }
 

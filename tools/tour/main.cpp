@@ -22,11 +22,11 @@
 #include <functional>
 #include <stdexcept>
 
-#include "qt/desktop.h"
+#include "qt/windowed_program.h"
 
 namespace {
 
-using memwright::qt::Desktop;
+using memwright::qt::WindowedProgram;
 
 constexpr int kPatience = 10'000;           // milliseconds for the program to do something
 constexpr int kTransferPatience = 120'000;  // and for a transfer to end
@@ -53,10 +53,11 @@ QByteArray contents(const QString& path) {
 
 class Tour {
   public:
-    Tour(Desktop& desktop, QString pictures) : desktop_(desktop), pictures_(std::move(pictures)) {}
+    Tour(WindowedProgram& windowed, QString pictures)
+        : windowed_(windowed), pictures_(std::move(pictures)) {}
 
     void picture(const QString& name, QWidget* of = nullptr) {
-        QWidget* const shown = of == nullptr ? &desktop_.window : of;
+        QWidget* const shown = of == nullptr ? &windowed_.window : of;
         const QString path = pictures_ + "/" + name + ".png";
         require(shown->grab().save(path), "Cannot write " + path);
     }
@@ -96,11 +97,11 @@ class Tour {
     }
 
     void choose(const char* menu_name, const char* entry_name) {
-        auto* const menu = desktop_.window.findChild<QMenu*>(menu_name);
-        auto* const entry = desktop_.window.findChild<QAction*>(entry_name);
+        auto* const menu = windowed_.window.findChild<QMenu*>(menu_name);
+        auto* const entry = windowed_.window.findChild<QAction*>(entry_name);
         require(menu != nullptr && entry != nullptr, "There is no " + QString(entry_name));
         require(entry->isEnabled(), QString(entry_name) + " is disabled");
-        QMenuBar* const bar = desktop_.window.menuBar();
+        QMenuBar* const bar = windowed_.window.menuBar();
         QTest::mouseClick(bar, Qt::LeftButton, {},
                           bar->actionGeometry(menu->menuAction()).center());
         wait_until([&] { return menu->isVisible(); }, "the menu opens", kPatience);
@@ -110,7 +111,7 @@ class Tour {
     void transfer(const char* entry, const QString& done, const QString& name) {
         bool half_way = false;
         const auto connection =
-            QObject::connect(desktop_.window.findChild<QProgressBar*>("TransferProgress"),
+            QObject::connect(windowed_.window.findChild<QProgressBar*>("TransferProgress"),
                              &QProgressBar::valueChanged, [&](int percent) {
                                  if (percent < 50 || half_way) return;
                                  half_way = true;
@@ -121,7 +122,7 @@ class Tour {
                                      picture(name + "-instructions", &box);
                                      QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
                                  });
-        const auto* const status = desktop_.window.findChild<QLabel*>("Label1");
+        const auto* const status = windowed_.window.findChild<QLabel*>("Label1");
         wait_until([&] { return status->text() == done; }, done, kTransferPatience);
         QObject::disconnect(connection);
         picture(name + "-complete");
@@ -139,12 +140,12 @@ class Tour {
                                          QTest::keyClick(line, Qt::Key_Return);
                                      }
                                  });
-        wait_until([&] { return desktop_.window.windowTitle().endsWith(path); },
+        wait_until([&] { return windowed_.window.windowTitle().endsWith(path); },
                    "the caption shows " + path, kPatience);
     }
 
   private:
-    Desktop& desktop_;
+    WindowedProgram& windowed_;
     QString pictures_;
 };
 
@@ -164,10 +165,10 @@ void run(const QString& simulator, const QString& pictures) {
     const QString device = QString::fromLocal8Bit(radio.readLine()).trimmed();
     say("1. A simulated VR-120 is at " + device + ".");
 
-    Desktop desktop({{1, device.toStdString()}});
-    desktop.start("");
-    Tour tour(desktop, pictures);
-    require(QTest::qWaitForWindowExposed(&desktop.window), "The window does not open");
+    WindowedProgram windowed({{1, device.toStdString()}});
+    windowed.start("");
+    Tour tour(windowed, pictures);
+    require(QTest::qWaitForWindowExposed(&windowed.window), "The window does not open");
     tour.picture("1-start");
 
     say("2. Reading 640 memories from it, at the pace of the line ...");
@@ -184,7 +185,7 @@ void run(const QString& simulator, const QString& pictures) {
     require(contents(radio_file) == contents(saved_file),
             "The radio holds something else than what was saved");
     say("6. The radio holds, byte for byte, what was saved. Pictures: " + pictures + "/*.png");
-    desktop.window.QMainWindow::close();
+    windowed.window.QMainWindow::close();
     radio.terminate();
     radio.waitForFinished(kPatience);
 }

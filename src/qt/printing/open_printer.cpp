@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-#include "platform/desk.h"
+#include "platform/modules.h"
 #include "qt/printing/qt_printer.h"
 
 extern "C" Q_DECL_EXPORT memwright::Printer* memwright_open_printer(memwright::FileSystem& files) {

@@ -31,13 +31,13 @@ WindowTest::WindowTest() {
 }
 
 WindowTest::~WindowTest() {
-    desktop_.reset();
+    windowed_.reset();
     std::filesystem::current_path(old_folder_);
 }
 
 void WindowTest::start(const std::string& file) {
-    desktop_ = std::make_unique<qt::Desktop>(ports_);
-    desktop_->start(file);
+    windowed_ = std::make_unique<qt::WindowedProgram>(ports_);
+    windowed_->start(file);
     if (!QTest::qWaitForWindowActive(&window(), kPatience)) {
         throw std::runtime_error("the window does not open");
     }
@@ -47,7 +47,7 @@ void WindowTest::start(const std::string& file) {
 }
 
 void WindowTest::restart() {
-    desktop_.reset();
+    windowed_.reset();
     start();
 }
 

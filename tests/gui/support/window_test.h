@@ -14,7 +14,7 @@
 #include "gui/support/robot.h"
 #include "image/memory_image.h"
 #include "qt/core/text.h"
-#include "qt/desktop.h"
+#include "qt/windowed_program.h"
 #include "support/temporary_folder.h"
 
 namespace memwright::gui {
@@ -33,9 +33,9 @@ class WindowTest : public ::testing::Test {
     // Ends the program and starts it anew with the settings that it left.
     void restart();
 
-    qt::MainWindow& window() { return desktop_->window; }
-    Program& program() { return desktop_->program; }
-    Form1& form() { return desktop_->program.form; }
+    qt::MainWindow& window() { return windowed_->window; }
+    Program& program() { return windowed_->program; }
+    Form1& form() { return windowed_->program.form; }
 
     template <class Widget>
     Widget& widget(const char* name) {
@@ -65,7 +65,7 @@ class WindowTest : public ::testing::Test {
 
     TemporaryFolder folder_;
     std::map<int, std::string> ports_;
-    std::unique_ptr<qt::Desktop> desktop_;
+    std::unique_ptr<qt::WindowedProgram> windowed_;
 
   private:
     std::filesystem::path old_folder_ = std::filesystem::current_path();

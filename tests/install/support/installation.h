@@ -20,7 +20,8 @@ inline constexpr const char* kMimeType = "application/x-vr120-image";
 inline constexpr const char* kMimeIcon = "application-x-vr120-image";
 inline const std::vector<std::string> kPrograms = {"memwright", "memwright-cli", "vr120-sim"};
 // What they load when they need it.
-inline const std::vector<std::string> kModules = {"memwright-desk.so", "memwright-printing.so"};
+inline const std::vector<std::string> kModules = {"memwright-ports-and-pages.so",
+                                                  "memwright-printing.so"};
 
 class Installation {
   public:

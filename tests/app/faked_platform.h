@@ -1,6 +1,6 @@
 #pragma once
 
-// What the program has before it on a desktop, all fakes: to be joined with files, a port, a time
+// What the program has of the platform, all fakes: to be joined with files, a port, a time
 // and locks of the test's choice.
 
 #include <utility>
@@ -15,10 +15,10 @@
 
 namespace memwright::fakes {
 
-struct FakedDesktop {
-    explicit FakedDesktop(MemorySettings stored = {}) : settings(std::move(stored)) {}
-    FakedDesktop(const FakedDesktop&) = delete;
-    FakedDesktop& operator=(const FakedDesktop&) = delete;
+struct FakedPlatform {
+    explicit FakedPlatform(MemorySettings stored = {}) : settings(std::move(stored)) {}
+    FakedPlatform(const FakedPlatform&) = delete;
+    FakedPlatform& operator=(const FakedPlatform&) = delete;
 
     // `time` is the clock as well as what waits.
     template <class Time>

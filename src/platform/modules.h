@@ -1,7 +1,7 @@
 #pragma once
 
-// What the programs borrow from the desktop when they need it: serial ports, the user's settings,
-// time, and pages in a PDF file or on a printer.
+// What modules of the programs give that are loaded when they are needed: serial ports, the user's
+// settings, time, and pages in a PDF file or on a printer.
 
 #include <functional>
 #include <memory>
@@ -16,9 +16,9 @@
 
 namespace memwright {
 
-class Desk {
+class PortsAndPages {
   public:
-    virtual ~Desk() = default;
+    virtual ~PortsAndPages() = default;
 
     virtual SerialDevices& devices() = 0;
     virtual SettingsStore& settings() = 0;
@@ -32,13 +32,13 @@ class Desk {
     virtual std::unique_ptr<Printer> pdf_printer(const std::string& path, FileSystem& files) = 0;
 };
 
-// What the desk is wanted for: pages need fonts.
-enum class DeskWork { ports, pages };
+// What the module is wanted for: pages need fonts.
+enum class ModuleUse { ports, pages };
 
-// The function that the module with the desk offers under the name kOpenDesk. There is one desk in
-// a program; whoever opens it deletes it.
-using OpenDesk = Desk* (*)(DeskWork work);
-inline constexpr const char* kOpenDesk = "memwright_open_desk";
+// The function that the module offers under the name kOpenPortsAndPages. A program opens it once;
+// whoever opens it deletes it.
+using OpenPortsAndPages = PortsAndPages* (*)(ModuleUse use);
+inline constexpr const char* kOpenPortsAndPages = "memwright_open_ports_and_pages";
 
 // The same for the module with the desktop's printers.
 using OpenPrinter = Printer* (*)(FileSystem& files);

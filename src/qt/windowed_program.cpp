@@ -1,14 +1,14 @@
-#include "qt/desktop.h"
+#include "qt/windowed_program.h"
 
 namespace memwright::qt {
 
 // The window outlives the program that it shows, and must not look at it any more.
-Desktop::~Desktop() {
+WindowedProgram::~WindowedProgram() {
     window.hide();
     window.forget_program();
 }
 
-void Desktop::start(const std::string& file) {
+void WindowedProgram::start(const std::string& file) {
     window.show_program(program);
     program.start();
     window.show();

@@ -1,10 +1,10 @@
-// The desk on Qt. For a program without windows it brings the application, too, one that needs no
-// display.
+// Ports and pages on Qt. For a program without windows it brings the application, too, one that
+// needs no display.
 
 #include <QGuiApplication>
 #include <string>
 
-#include "platform/desk.h"
+#include "platform/modules.h"
 #include "qt/core/qt_platform.h"
 #include "qt/print/pdf_document.h"
 #include "qt/serial/qt_serial_devices.h"
@@ -35,9 +35,9 @@ struct NoArguments {
     int count = 1;
 };
 
-std::unique_ptr<QCoreApplication> application(DeskWork work, NoArguments& arguments) {
+std::unique_ptr<QCoreApplication> application(ModuleUse use, NoArguments& arguments) {
     if (QCoreApplication::instance() != nullptr) return nullptr;
-    if (work == DeskWork::ports) {
+    if (use == ModuleUse::ports) {
         return std::make_unique<QCoreApplication>(arguments.count, arguments.list);
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -46,9 +46,9 @@ std::unique_ptr<QCoreApplication> application(DeskWork work, NoArguments& argume
     return std::make_unique<QGuiApplication>(arguments.count, arguments.list);
 }
 
-class QtDesk final : public Desk {
+class QtPortsAndPages final : public PortsAndPages {
   public:
-    explicit QtDesk(DeskWork work) : application_(application(work, arguments_)) {}
+    explicit QtPortsAndPages(ModuleUse use) : application_(application(use, arguments_)) {}
 
     SerialDevices& devices() override { return devices_; }
     SettingsStore& settings() override { return settings_; }
@@ -73,6 +73,7 @@ class QtDesk final : public Desk {
 }  // namespace
 }  // namespace memwright::qt
 
-extern "C" Q_DECL_EXPORT memwright::Desk* memwright_open_desk(memwright::DeskWork work) {
-    return new memwright::qt::QtDesk(work);
+extern "C" Q_DECL_EXPORT memwright::PortsAndPages* memwright_open_ports_and_pages(
+    memwright::ModuleUse use) {
+    return new memwright::qt::QtPortsAndPages(use);
 }

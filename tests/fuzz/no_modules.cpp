@@ -6,6 +6,8 @@
 
 namespace memwright {
 
-std::unique_ptr<Desk> open_desk(DeskWork /*work*/) { throw FileError("There is no desk here."); }
+std::unique_ptr<PortsAndPages> open_ports_and_pages(ModuleUse /*use*/) {
+    throw FileError("There are no modules here.");
+}
 
 }  // namespace memwright

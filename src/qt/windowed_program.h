@@ -1,6 +1,6 @@
 #pragma once
 
-// The program on a Qt desktop: the window, what stands behind the platform's interfaces, and the
+// The program in its window: the window, what stands behind the platform's interfaces, and the
 // core, put together.
 
 #include <map>
@@ -18,14 +18,14 @@
 
 namespace memwright::qt {
 
-class Desktop {
+class WindowedProgram {
   public:
     // `ports`: devices named on the command line, by COM number.
-    explicit Desktop(std::map<int, std::string> ports)
+    explicit WindowedProgram(std::map<int, std::string> ports)
         : com_ports_(devices_, settings_, std::move(ports)) {}
-    ~Desktop();
-    Desktop(const Desktop&) = delete;
-    Desktop& operator=(const Desktop&) = delete;
+    ~WindowedProgram();
+    WindowedProgram(const WindowedProgram&) = delete;
+    WindowedProgram& operator=(const WindowedProgram&) = delete;
 
     // Shows the window; opens `file` unless it is empty.
     void start(const std::string& file);
@@ -42,10 +42,10 @@ class Desktop {
     NativeRunLocks locks_;
     QtClock clock_;
     QtEventLoop loop_;
-    LoadedDesk desk_;
-    LoadedDevices devices_{desk_};
+    LoadedPortsAndPages ports_and_pages_;
+    LoadedDevices devices_{ports_and_pages_};
     ComPorts com_ports_;
-    LoadedPort port_{desk_, [this](int number) { return com_ports_.device_of(number); }};
+    LoadedPort port_{ports_and_pages_, [this](int number) { return com_ports_.device_of(number); }};
 
   public:
     Program program{{messages_, file_dialogs_, files_, settings_, port_, clock_, loop_, window,
