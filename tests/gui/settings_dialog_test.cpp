@@ -177,7 +177,7 @@ TEST_F(SettingsDialog, every_box_is_toggled_by_its_digit_by_space_and_by_a_click
 TEST_F(SettingsDialog, every_box_is_stored_in_a_bit_of_its_own) {
     for (int band = 0; band < 10; ++band) {
         const auto [offset, bit] = linked_band_bit(band);
-        radio_.image() = MemoryImage{};
+        radio_.store().set_image(MemoryImage{});
         EXPECT_THAT(changes([&](QDialog& dialog) {
                         click(dialog, band_name(band));
                         key(dialog, Qt::Key_Return);
