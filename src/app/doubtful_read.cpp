@@ -9,7 +9,7 @@
 namespace memwright {
 namespace {
 
-constexpr const char* kAbout = "doubtful read";
+constexpr const char* kDoubtfulRead = "doubtful read";
 
 bool holds_memories(int block) { return first_memory_of_block(block).has_value(); }
 
@@ -24,7 +24,7 @@ DoubtfulRead::DoubtfulRead(CloneRead& clone_read, ImageFiles& files, Form1& form
                     clone_read_.replacing.connect([this] {
                         in_table_ = clone_read_.doubtful_blocks();
                         if (in_table_.empty()) {
-                            notices_.withdraw(kAbout);
+                            notices_.withdraw(kDoubtfulRead);
                             return;
                         }
                         Notice said = notice();
@@ -35,14 +35,14 @@ DoubtfulRead::DoubtfulRead(CloneRead& clone_read, ImageFiles& files, Form1& form
                         notices_.add(said);
                     }),
                     files.replaced.connect([this](const MemoryImage&, const std::string&) {
-                        notices_.withdraw(kAbout);
+                        notices_.withdraw(kDoubtfulRead);
                     })};
 }
 
 Notice DoubtfulRead::notice() const {
     const std::vector<int>& blocks = clone_read_.doubtful_blocks();
     const auto lines = doubts_about(blocks);
-    if (blocks.size() == 1) return {.text = lines.front(), .about = kAbout};
+    if (blocks.size() == 1) return {.text = lines.front(), .about = kDoubtfulRead};
     constexpr std::size_t kNamed = 3;
     std::string text =
         std::to_string(blocks.size()) + " blocks came with a wrong checksum. Doubtful: ";
@@ -52,7 +52,7 @@ Notice DoubtfulRead::notice() const {
     text += blocks.size() > kNamed ? "; and more." : ".";
     std::string details;
     for (const std::string& line : lines) details += (details.empty() ? "" : "\n") + line;
-    return {.text = text, .about = kAbout, .details = details};
+    return {.text = text, .about = kDoubtfulRead, .details = details};
 }
 
 void DoubtfulRead::show_first_memory() {

@@ -5,7 +5,7 @@
 namespace memwright {
 namespace {
 
-constexpr const char* kAbout = "first steps";
+constexpr const char* kFirstSteps = "first steps";
 constexpr const char* kKey = "FirstSteps";
 
 }  // namespace
@@ -15,7 +15,7 @@ void FirstSteps::begin() {
     if (!table_.enabled) {
         notices_.add({.text = "To begin, read the memories from the radio (Transfer menu) or open "
                               "an image file (File menu).",
-                      .about = kAbout});
+                      .about = kFirstSteps});
     }
     connections_ = {notices_.changed.connect([this] { look(); }),
                     table_.enabled.changed.connect([this] { look(); })};
@@ -26,12 +26,12 @@ void FirstSteps::look() {
     if (connections_.empty()) return;  // withdrawing is a change, too
     const auto& entries = notices_.of_this_run();
     const bool waits = std::ranges::any_of(entries, [](const Notices::Entry& entry) {
-        return entry.waiting && entry.notice.about == kAbout;
+        return entry.waiting && entry.notice.about == kFirstSteps;
     });
     if (waits && !table_.enabled) return;
     connections_.clear();
     settings_.save(settings::kOwnApplication, settings::kNoticesSection, kKey, "dismissed");
-    notices_.withdraw(kAbout);
+    notices_.withdraw(kFirstSteps);
 }
 
 }  // namespace memwright
