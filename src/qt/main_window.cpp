@@ -25,9 +25,6 @@ namespace {
 constexpr double kMinimumWidth = 8700;
 constexpr double kMinimumHeight = 5100;
 
-// A window cannot be wider or higher than X and Windows can count.
-constexpr double kLargestLength = 400000;
-
 void check_length(double twips) {
     if (twips < 0 || twips > kLargestLength) throw Error("No window is of this size.");
 }

@@ -20,7 +20,6 @@ constexpr const char* kWidth = "ListWidth";
 constexpr const char* kHeight = "ListHeight";
 constexpr int kCharacters = 100;
 constexpr int kLines = 28;
-constexpr double kLargestLength = 400000;  // in twips
 
 }  // namespace
 

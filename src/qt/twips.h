@@ -9,6 +9,9 @@
 
 namespace memwright::qt {
 
+// In twips: a window cannot be wider or higher than X and Windows can count.
+inline constexpr double kLargestLength = 400000;
+
 inline int pixels(const QWidget& on, double twips) {
     return static_cast<int>(std::lround(twips * on.logicalDpiX() / kTwipsPerInch));
 }

@@ -14,7 +14,7 @@ using ::testing::HasSubstr;
 
 const std::string kHeader = "Ch,MHz,Mode,Pref,Label\r\n";
 
-Image some_image() {
+Image image_to_export() {
     Image image;
     image.channel(1, "TOWER", "118.1", "AM", "On").channel(128, "Z\xFCr\x80\x81", "145.5125");
     return image;
@@ -25,19 +25,19 @@ const std::string kExported =
 
 class Csv : public CliTest {
   protected:
-    std::string image_ = put("radio.120", some_image());
+    std::string image_ = put("radio.120", image_to_export());
 };
 
 TEST_F(Csv, is_exported_to_standard_output_or_a_file_in_the_radios_characters) {
     EXPECT_EQ(run({"export", image_}), done(kExported));
     EXPECT_EQ(run({"export", image_, "-"}), done(kExported));
-    EXPECT_EQ(run({"export", "-"}, some_image().text()), done(kExported));
-    EXPECT_EQ(run({"export", "-", "new.csv"}, some_image().text()), done());
+    EXPECT_EQ(run({"export", "-"}, image_to_export().text()), done(kExported));
+    EXPECT_EQ(run({"export", "-", "new.csv"}, image_to_export().text()), done());
     EXPECT_EQ(text("new.csv"), kExported);
     put_text("new.csv", std::string(100'000, 'x'));
     EXPECT_EQ(run({"export", image_, "new.csv"}), done());
     EXPECT_EQ(text("new.csv"), kExported);
-    EXPECT_EQ(text("radio.120"), some_image().text());
+    EXPECT_EQ(text("radio.120"), image_to_export().text());
     EXPECT_EQ(folder_.names(), (Words{"new.csv", "radio.120"}));
 }
 
@@ -49,7 +49,7 @@ TEST_F(Csv, keeps_the_name_that_it_is_given) {
 TEST_F(Csv, is_imported_in_place) {
     put_text("new.csv", kHeader + "1,121.5,AM,,\"GUARD\"\r\n163,433.512501,WFM,p,two\r\n");
     EXPECT_EQ(run({"import", image_, "new.csv"}), done());
-    EXPECT_EQ(text("radio.120"), some_image()
+    EXPECT_EQ(text("radio.120"), image_to_export()
                                      .channel(2, "GUARD", "121.5", "AM")
                                      .channel(128, "two", "433.5125", "WFM", "On")
                                      .text());
@@ -57,18 +57,18 @@ TEST_F(Csv, is_imported_in_place) {
 
 TEST_F(Csv, is_imported_into_another_file) {
     put_text("new.csv", kHeader + "1,121.5,AM,,\"GUARD\"\r\n");
-    const std::string imported = some_image().channel(2, "GUARD", "121.5", "AM").text();
+    const std::string imported = image_to_export().channel(2, "GUARD", "121.5", "AM").text();
     EXPECT_EQ(run({"import", image_, "new.csv", "--output", "out.120"}), done());
     EXPECT_EQ(text("out.120"), imported);
     EXPECT_EQ(run({"import", image_, "new.csv", "--output=-"}), done(imported));
-    EXPECT_EQ(run({"import", "-", "new.csv"}, some_image().text()), done(imported));
+    EXPECT_EQ(run({"import", "-", "new.csv"}, image_to_export().text()), done(imported));
     EXPECT_EQ(run({"import", image_, "-", "--output", "two.120"}, text("new.csv")), done());
     EXPECT_EQ(text("two.120"), imported);
-    EXPECT_EQ(text("radio.120"), some_image().text());
+    EXPECT_EQ(text("radio.120"), image_to_export().text());
 }
 
 TEST_F(Csv, import_keeps_settings_limits_and_what_lies_behind_the_image) {
-    Image image = some_image();
+    Image image = image_to_export();
     for (int i = layout::kRadioSettings; i < layout::kImageSize; ++i) {
         image.set(i, {static_cast<std::uint8_t>(i * 7)});
     }
@@ -90,7 +90,7 @@ TEST_F(Csv, lines_in_ranges_that_the_radio_cannot_receive_are_skipped_and_told) 
                      "Line 3 was skipped: the radio cannot receive 384 MHz.\n"
                      "Line 5 was skipped: the radio cannot receive 870.5 MHz.\n"}));
     EXPECT_EQ(text("radio.120"),
-              some_image().channel(2, "A", "121.5", "AM").channel(4, "C", "122", "AM").text());
+              image_to_export().channel(2, "A", "121.5", "AM").channel(4, "C", "122", "AM").text());
 }
 
 struct BadCsv {
@@ -122,7 +122,7 @@ TEST_F(Csv, a_line_that_cannot_be_used_changes_nothing_and_is_told) {
         EXPECT_EQ(run({"import", image_, "bad.csv"}), refused);
         EXPECT_EQ(run({"import", image_, "bad.csv", "--output", "out.120"}), refused);
     }
-    EXPECT_EQ(text("radio.120"), some_image().text());
+    EXPECT_EQ(text("radio.120"), image_to_export().text());
     EXPECT_EQ(folder_.names(), (Words{"bad.csv", "radio.120"}));
 }
 
@@ -141,7 +141,7 @@ TEST_F(Csv, a_file_that_is_no_text_is_refused) {
     EXPECT_EQ(refused.status, 3);
     EXPECT_THAT(refused.errors,
                 HasSubstr("line 2 of bad.csv: it is longer than 1048576 characters"));
-    EXPECT_EQ(text("radio.120"), some_image().text());
+    EXPECT_EQ(text("radio.120"), image_to_export().text());
 }
 
 TEST_F(Csv, of_many_lines_is_imported_without_a_progress_bar_in_a_file) {
@@ -149,7 +149,7 @@ TEST_F(Csv, of_many_lines_is_imported_without_a_progress_bar_in_a_file) {
     for (int i = 0; i < 20'000; ++i) lines += "1,121.5,AM,,GUARD\r\n";
     put_text("new.csv", lines);
     EXPECT_EQ(run({"import", image_, "new.csv"}), done());
-    EXPECT_EQ(text("radio.120"), some_image().channel(2, "GUARD", "121.5", "AM").text());
+    EXPECT_EQ(text("radio.120"), image_to_export().channel(2, "GUARD", "121.5", "AM").text());
 }
 
 TEST_F(Csv, of_many_pieces_tells_each_percent_once_at_a_terminal) {
@@ -171,7 +171,7 @@ TEST_F(Csv, of_many_pieces_tells_each_percent_once_at_a_terminal) {
     EXPECT_TRUE(std::getline(bars, bar));
     EXPECT_EQ(bar, "");
     EXPECT_FALSE(std::getline(bars, bar));
-    EXPECT_EQ(text("radio.120"), some_image().channel(2, "GUARD", "121.5", "AM").text());
+    EXPECT_EQ(text("radio.120"), image_to_export().channel(2, "GUARD", "121.5", "AM").text());
 }
 
 TEST_F(Csv, exported_and_imported_into_an_empty_image_is_the_same_list) {

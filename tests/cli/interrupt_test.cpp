@@ -51,7 +51,7 @@ class Interrupt : public ::testing::TestWithParam<Signals> {
 
     const TemporaryFolder home_;
     const faults::BuiltCli cli_{home_};
-    const testing::PseudoTerminal line_;
+    const fakes::PseudoTerminal line_;
     fs::path pipe_;
     int sent_ = 0;
 };

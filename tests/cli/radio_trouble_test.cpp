@@ -70,11 +70,11 @@ TEST_F(RadioTrouble, a_line_that_drops_ends_a_write) {
 }
 
 TEST_F(RadioTrouble, a_line_that_takes_no_more_ends_a_write_with_the_number_of_its_bytes) {
-    ::memwright::testing::PseudoTerminal line;
+    ::memwright::fakes::PseudoTerminal line;
     RunningCli cli(command({"write", "a.120", "--port", line.path(), "--yes"}));
     std::size_t arrived = line.receive(540, std::chrono::seconds(30)).size();
     ASSERT_EQ(arrived, 540U);
-    const ::memwright::testing::StoppedLine stopped(line.path());
+    const ::memwright::fakes::StoppedLine stopped(line.path());
     const Ended ended = cli.end();
     // What came before the line was stopped counts, too.
     while (!line.is_silent()) arrived += line.receive(1).size();

@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-namespace memwright::testing {
+namespace memwright::fakes {
 
 class PseudoTerminal {
   public:
@@ -96,4 +96,4 @@ class StoppedLine {
     int device_;
 };
 
-}  // namespace memwright::testing
+}  // namespace memwright::fakes

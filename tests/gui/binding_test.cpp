@@ -24,7 +24,7 @@ const std::vector<std::string> kMenuEntries = {
     "mnuVR120Settings", "mnuMiscSettings", "mnuSearchBandMem", "mnuTransfer", "mnuRead",
     "mnuWrite",         "mnuforce",        "mnuHelp",          "mnuabout",    "NoticesEntry"};
 
-std::string spoken_name(QObject* object) {
+std::string accessible_name(QObject* object) {
     QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(object);
     return accessible == nullptr ? "" : qt::to_utf8(accessible->text(QAccessible::Name));
 }
@@ -79,21 +79,21 @@ TEST_F(Binding, every_control_has_an_accessible_name) {
         {"CboGrid", "Choice for the cell"}};
     ASSERT_EQ(names.size(), kControls.size());
     for (const auto& [control, name] : names) {
-        EXPECT_EQ(spoken_name(&widget<QWidget>(control.c_str())), name) << control;
+        EXPECT_EQ(accessible_name(&widget<QWidget>(control.c_str())), name) << control;
     }
 }
 
 TEST_F(Binding, the_accessible_name_of_the_status_line_carries_its_text) {
     form().Label1.caption = "Listening...";
-    EXPECT_EQ(spoken_name(&widget<QLabel>("Label1")), "Status line: Listening...");
+    EXPECT_EQ(accessible_name(&widget<QLabel>("Label1")), "Status line: Listening...");
     form().Label1.caption = "";
-    EXPECT_EQ(spoken_name(&widget<QLabel>("Label1")), "Status line");
+    EXPECT_EQ(accessible_name(&widget<QLabel>("Label1")), "Status line");
 }
 
 TEST_F(Binding, buttons_that_say_the_same_have_different_accessible_names_and_tips) {
     EXPECT_EQ(widget<QPushButton>("Command1").text(), widget<QPushButton>("Command2").text());
-    EXPECT_NE(spoken_name(&widget<QPushButton>("Command1")),
-              spoken_name(&widget<QPushButton>("Command2")));
+    EXPECT_NE(accessible_name(&widget<QPushButton>("Command1")),
+              accessible_name(&widget<QPushButton>("Command2")));
     for (const char* const name : {"Command1", "Command2", "Command3", "Command4", "Command5"}) {
         EXPECT_FALSE(widget<QPushButton>(name).toolTip().isEmpty()) << name;
     }

@@ -46,7 +46,7 @@ class TypedCompletion : public ::testing::Test {
 
     // The words of a line that is entered after its keys and Tab; `more` is typed behind that.
     Words entered(const std::string& keys, const std::string& more = "") const {
-        memwright::testing::PseudoTerminal terminal;
+        memwright::fakes::PseudoTerminal terminal;
         systest::Environment environment = installation.environment();
         environment["TERM"] = "dumb";
         environment["INPUTRC"] = "/dev/null";

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "gui/support/robot.h"
-#include "qt/dialogs.h"
 #include "qt/core/text.h"
+#include "qt/dialogs.h"
 
 namespace memwright::gui {
 

@@ -76,7 +76,7 @@ class RadioEnd {
     }
 
     bool left_ = false;  // closed since begin()
-    testing::PseudoTerminal line_;
+    fakes::PseudoTerminal line_;
     std::string path_ = line_.path();
     radio::SimulatedRadio radio_;
     Bytes received_;

@@ -15,7 +15,7 @@
 #include "fakes/pseudo_terminal.h"
 #include "qt/serial/qt_serial_port.h"
 
-namespace memwright::testing {
+namespace memwright::fakes {
 
 using Bytes = PseudoTerminal::Bytes;
 
@@ -74,4 +74,4 @@ class PortBench : public ::testing::Test {
     QtSerialPort port_{[this](int) { return path_; }};
 };
 
-}  // namespace memwright::testing
+}  // namespace memwright::fakes

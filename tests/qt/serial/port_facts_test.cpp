@@ -67,7 +67,7 @@ class PortFactsTest : public ::testing::Test {
         });
     }
 
-    testing::PseudoTerminal line_;
+    fakes::PseudoTerminal line_;
     gid_t nobodys_group_ = getpwnam(kUser)->pw_gid;
     gid_t foreign_group_ = 54321;
 };

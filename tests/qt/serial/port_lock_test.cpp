@@ -14,7 +14,7 @@
 #include "qt/serial/port_bench.h"
 #include "qt/serial/port_facts.h"
 
-namespace memwright::testing {
+namespace memwright::fakes {
 namespace {
 
 namespace fs = std::filesystem;
@@ -128,4 +128,4 @@ TEST_F(PortLock, files_that_are_not_there_are_nothing_to_tell_of) {
 }
 
 }  // namespace
-}  // namespace memwright::testing
+}  // namespace memwright::fakes

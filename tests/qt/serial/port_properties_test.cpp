@@ -17,7 +17,7 @@ class PortPropertiesOnALineWithoutParity : public ::testing::Test {
         ASSERT_TRUE(port_.open(QIODevice::ReadWrite));
     }
 
-    testing::PseudoTerminal line_;
+    fakes::PseudoTerminal line_;
     QSerialPort port_;
     PortProperties properties_;
 };

@@ -42,7 +42,7 @@ TEST_F(QtSerialDevicesTest, a_port_of_unknown_type_is_a_phantom) {
 }
 
 TEST_F(QtSerialDevicesTest, a_pseudo_terminal_is_described_by_its_path_and_through_a_link) {
-    testing::PseudoTerminal line;
+    fakes::PseudoTerminal line;
     EXPECT_EQ(devices_.describe(line.path()), "pseudo-terminal");
     fs::create_symlink(line.path(), folder_ / "radio");
     EXPECT_EQ(devices_.describe(folder_ / "radio"), "pseudo-terminal");

@@ -6,7 +6,7 @@
 
 #include "qt/serial/port_bench.h"
 
-namespace memwright::testing {
+namespace memwright::fakes {
 namespace {
 
 using ::testing::AllOf;
@@ -118,4 +118,4 @@ TEST_F(QtSerialPortHangUp, does_not_keep_the_port_from_being_closed_or_destroyed
 }
 
 }  // namespace
-}  // namespace memwright::testing
+}  // namespace memwright::fakes

@@ -6,7 +6,7 @@
 #include "qt/serial/port_bench.h"
 #include "support/temporary_folder.h"
 
-namespace memwright::testing {
+namespace memwright::fakes {
 namespace {
 
 namespace fs = std::filesystem;
@@ -136,4 +136,4 @@ TEST_F(QtSerialPortOpening, a_port_that_is_closed_neither_sends_nor_receives) {
 }
 
 }  // namespace
-}  // namespace memwright::testing
+}  // namespace memwright::fakes

@@ -8,7 +8,7 @@
 
 #include "qt/serial/port_bench.h"
 
-namespace memwright::testing {
+namespace memwright::fakes {
 namespace {
 
 using ::testing::ElementsAre;
@@ -225,4 +225,4 @@ TEST_F(QtSerialPortLimits, bytes_of_an_earlier_transfer_are_gone_when_the_port_i
 }
 
 }  // namespace
-}  // namespace memwright::testing
+}  // namespace memwright::fakes

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace memwright::testing {
+namespace memwright::fakes {
 namespace {
 
 using namespace std::chrono_literals;
@@ -70,4 +70,4 @@ TEST_F(TransmissionTest, more_than_a_device_holds_is_not_waited_for) {
 }
 
 }  // namespace
-}  // namespace memwright::testing
+}  // namespace memwright::fakes
