@@ -28,31 +28,36 @@ TEST_F(SystemAccessibility, questions_about_rows_and_columns_that_are_not_there_
 
 // What a screen reader says by itself: an element in the role of a notification that is shown.
 TEST_F(SystemAccessibility, notices_are_told_as_they_come_also_while_another_one_is_shown) {
+    const auto state = desktop.home() / ".local/state";
+    std::filesystem::create_directories(state.parent_path());
+    write_file(state, Bytes{1});
     desktop.bus().listen_for_state("showing");
     const auto image = changing_image();
     start({image.string()});
     wait_for_caption(std::string(kTitle) + " - " + image.string());
-    const auto told = [&](const std::string& name) {
-        return std::ranges::any_of(desktop.bus().heard(), [&](const ObjectName& object) {
+    // Each object is asked once, when it has come: questions without end keep a program busy.
+    std::size_t asked = 0;
+    const auto told = [&](const std::string& beginning) {
+        for (const auto heard = desktop.bus().heard(); asked < heard.size();) {
+            const Accessible element(*program, heard[asked++]);
             try {
-                const Accessible element(*program, object);
-                return element.name() == name && element.role_name() == "notification" &&
-                       element.showing();
+                if (element.name().starts_with(beginning) &&
+                    element.role_name() == "notification" && element.showing()) {
+                    return true;
+                }
             } catch (const NotThere&) {
-                return false;  // a menu that has gone
+                // a tip that has gone
             }
-        });
+        }
+        return false;
     };
-    for (const std::string name : {"first.csv", "second.csv"}) {
-        const std::string text = "Ch,MHz,Mode,Pref,Label\r\n0,339.5,AM,p,\"X\"\r\n";
-        write_file(file(name), Bytes(text.begin(), text.end()));
-        choose("File", "Import From .CSV...");
-        enter_path(*program, "Import CSV", file(name));
-        EXPECT_TRUE(wait_until([&] {
-            return told("Notice: " + name +
-                        ": Line 2 was skipped: the radio cannot receive 339.5 MHz.");
-        })) << program->tree();
-    }
+    mouse.double_click(grid().cell(0, 1));
+    keyboard.type("a");
+    EXPECT_TRUE(wait_until([&] { return told("Notice: Changes are not kept"); }))
+        << program->tree();
+    std::filesystem::remove(state);
+    EXPECT_TRUE(wait_until([&] { return told("Notice: Changes are kept again"); }))
+        << program->tree();
     program->find({.role = Role::kLabel, .name = "1 of 2", .showing = true});
 }
 
