@@ -1,4 +1,4 @@
-// The one file of the radio that needs POSIX, and on Linux inotify.
+// The one file of the radio that needs Linux: pseudo-terminals, and inotify to watch them.
 
 #include "radio/pseudo_terminal.h"
 
@@ -6,13 +6,11 @@
 #include <poll.h>
 #include <sched.h>
 #include <stdlib.h>
+#include <sys/inotify.h>
 #include <sys/ioctl.h>
+#include <sys/prctl.h>
 #include <termios.h>
 #include <unistd.h>
-#ifdef __linux__
-#include <sys/inotify.h>
-#include <sys/prctl.h>
-#endif
 
 #include <algorithm>
 #include <array>
@@ -80,15 +78,9 @@ class OtherEnd {
 // Waits until a descriptor can be read (-1 stands for none) or the time is over. Bytes on the line
 // are 1.1 milliseconds apart: a wait in whole milliseconds would make each of them late.
 void wait_for(std::span<pollfd> watched, std::optional<PseudoTerminal::Time> at_most) {
-#ifdef __linux__
     const auto seconds = std::chrono::floor<std::chrono::seconds>(at_most.value_or(0us));
     const timespec time = {seconds.count(), 1000 * (at_most.value_or(0us) - seconds).count()};
     const int result = ppoll(watched.data(), watched.size(), at_most ? &time : nullptr, nullptr);
-#else
-    const auto whole = at_most ? std::chrono::ceil<milliseconds>(*at_most) : milliseconds(-1);
-    const int result =
-        poll(watched.data(), static_cast<nfds_t>(watched.size()), static_cast<int>(whole.count()));
-#endif
     if (result < 0 && errno != EINTR) fail("wait");
 }
 
@@ -106,11 +98,9 @@ void stop_on_signals() {
 }
 
 void be_punctual() {
-#ifdef __linux__
     prctl(PR_SET_TIMERSLACK, 1UL);
     const sched_param first{.sched_priority = 1};
     sched_setscheduler(0, SCHED_FIFO, &first);
-#endif
 }
 
 bool stop_requested() { return stop_flag != 0; }
@@ -259,8 +249,6 @@ Bytes PseudoTerminal::read_all() {
 
 // The watch tells what a look at the present state misses: that the other end was closed and opened
 // again at once.
-#ifdef __linux__
-
 void PseudoTerminal::start_watch() {
     watch_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     watch_path();
@@ -311,14 +299,5 @@ PseudoTerminal::Seen PseudoTerminal::ask_watch() {
     }
     return seen;
 }
-
-#else
-
-void PseudoTerminal::start_watch() {}
-void PseudoTerminal::watch_path() {}
-void PseudoTerminal::unwatch_path() {}
-PseudoTerminal::Seen PseudoTerminal::ask_watch() { return {}; }
-
-#endif
 
 }  // namespace memwright::radio

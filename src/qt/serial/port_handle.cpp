@@ -5,15 +5,12 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <string_view>
-#ifdef __linux__
-#include <sys/sysmacros.h>
-#endif
 #endif
 
 namespace memwright::port_handle {
@@ -79,19 +76,12 @@ tcflag_t parity_bits(QSerialPort::Parity parity) {
 }  // namespace
 
 bool is_pseudo_terminal(Handle handle) {
-#ifdef __linux__
     struct stat node {};
     if (fstat(handle, &node) != 0 || !S_ISCHR(node.st_mode)) return false;
     // The numbers that the kernel keeps for the slave ends: "pts", and the older "ttyp".
     constexpr unsigned kOldSlaves = 3, kFirstSlaves = 136, kLastSlaves = 143;
     const unsigned number = major(node.st_rdev);
     return number == kOldSlaves || (number >= kFirstSlaves && number <= kLastSlaves);
-#else
-    char name[256] = {};
-    if (ttyname_r(handle, name, sizeof name) != 0) return false;
-    const std::string_view path(name);
-    return path.starts_with("/dev/ttys") || path.starts_with("/dev/pts/");
-#endif
 }
 
 bool is_hung_up(Handle handle) { return (state_of(handle, 0) & (POLLHUP | POLLERR)) != 0; }

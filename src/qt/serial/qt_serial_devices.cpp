@@ -4,7 +4,7 @@
 #include <QFileInfo>
 #include <QSerialPortInfo>
 
-#ifdef __linux__
+#ifndef _WIN32
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #endif
@@ -17,28 +17,25 @@ constexpr char kTtyFolder[] = "/sys/class/tty";
 
 bool usb_by_name(const QString& path) {
     const QString name = path.section(QLatin1Char('/'), -1);
-    return name.startsWith(QLatin1String("ttyUSB")) || name.startsWith(QLatin1String("ttyACM")) ||
-           name.startsWith(QLatin1String("cu.usb"));
+    return name.startsWith(QLatin1String("ttyUSB")) || name.startsWith(QLatin1String("ttyACM"));
 }
 
 bool is_there(const QString& path) {
 #ifdef _WIN32
     return !path.isEmpty();
 #else
-    // A Mac lists every port twice; the "tty" one waits for a carrier.
-    return QFileInfo::exists(path) && !path.startsWith(QLatin1String("/dev/tty."));
+    return QFileInfo::exists(path);
 #endif
 }
 
-bool is_pseudo_terminal(const QString& path) {
-#ifdef __linux__
+bool is_pseudo_terminal([[maybe_unused]] const QString& path) {
+#ifdef _WIN32
+    return false;  // there are none
+#else
     struct stat node {};
     if (stat(QFile::encodeName(path).constData(), &node) != 0) return false;
     constexpr unsigned kFirst = 136, kLast = 143;
     return S_ISCHR(node.st_mode) && major(node.st_rdev) >= kFirst && major(node.st_rdev) <= kLast;
-#else
-    return path.startsWith(QLatin1String("/dev/ttys")) ||
-           path.startsWith(QLatin1String("/dev/pts/"));
 #endif
 }
 
