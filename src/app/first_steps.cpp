@@ -13,9 +13,9 @@ constexpr const char* kKey = "FirstSteps";
 void FirstSteps::begin() {
     if (settings_.find(settings::kOwnApplication, settings::kNoticesSection, kKey)) return;
     if (!table_.enabled) {
-        notices_.add({.text = "To begin, read the memories from the radio (Transfer menu) or open "
-                              "an image file (File menu).",
-                      .about = kFirstSteps});
+        notices_.add(
+            {.text = "To begin, read the radio (Transfer menu) or open a file (File menu).",
+             .about = kFirstSteps});
     }
     connections_ = {notices_.changed.connect([this] { look(); }),
                     table_.enabled.changed.connect([this] { look(); })};
