@@ -1,27 +1,50 @@
-# How ./test runs the cases of a preset; it sums up in passed and failed.
+# How ./test runs cases; it sums up in passed and failed.
 
-# Runs ctest in a preset, with its output in a log; failures are listed in failed_cases.
+# Runs ctest in a preset, with the output of all cases in a log.
 run_ctest() {
     local preset=$1 log=$2
     shift 2
-    rm -f "build/$preset/Testing/Temporary/LastTestsFailed.log"
-    ctest --preset "$preset" --timeout 600 "$@" > "$log" 2>&1
+    ctest --preset "$preset" --timeout 600 --verbose "$@" > "$log" 2>&1
 }
 
-# The names of the cases that the last run of ctest in a preset failed.
-failed_cases() {
-    local list=build/$1/Testing/Temporary/LastTestsFailed.log
-    [ ! -f "$list" ] || sed 's/^[0-9]*://' "$list"
+# What a log of ctest says of each case: a line "passed" or "failed", and its name. Where a test of
+# ctest's is a program of many cases, these are the ones that GoogleTest tells of; the one that was
+# running when the program came to a bad end has failed, too. Nothing if ctest came to no end.
+outcomes() {
+    awk '
+        match($0, /^[0-9]+: /) {
+            test = $1
+            said = substr($0, RLENGTH + 1)
+            if (said ~ /^\[ RUN      \] /) {
+                running[test] = $4
+                cases[test]++
+            } else if (running[test] != "" && said ~ /^\[( +OK|  FAILED |  SKIPPED) \] /) {
+                told[test] = told[test] (said ~ /^\[  FAILED/ ? "failed " : "passed ") running[test] "\n"
+                running[test] = ""
+            }
+        }
+        match($0, /^ *[0-9]+\/[0-9]+ Test +#[0-9]+: /) {
+            test = $0
+            gsub(/^[^#]*#|:.*/, "", test)
+            test = test ":"
+            $0 = substr($0, RLENGTH + 1)
+            outcome = / Passed |\*\*\*Skipped/ ? "passed " : "failed "
+            if (running[test] != "") told[test] = told[test] "failed " running[test] "\n"
+            if (cases[test] < 2 || (outcome == "failed " && told[test] !~ /failed /)) {
+                told[test] = outcome $1 "\n"
+            }
+            all = all told[test]
+        }
+        /tests failed out of [0-9]+$/ { printf "%s", all }
+    ' "$1"
 }
-
-# How many cases ran, as ctest's log says; nothing if none did.
-number_of_cases() { sed -nE 's/.*tests failed out of ([0-9]+)$/\1/p' "$1"; }
 
 # Cases run side by side and share the machine's pseudo-terminals, whose numbers go round and whose
 # lock files outlive them by a moment: those that open one may try once more, and are named. All
-# others fail when they fail. Takes the names of those that failed, and prints those that still do.
+# others fail when they fail. Takes the names of those that failed and a file for the log, and prints
+# those that still do.
 try_again() {
-    local preset=$1 failures=$2 log=build/$1/test_again.log on_terminals names
+    local preset=$1 failures=$2 log=$3 on_terminals names
     on_terminals=$(ctest --preset "$preset" -N -L pseudo_terminal | sed -nE 's/^ *Test +#[0-9]+: //p')
     names=$(grep -Fx "$on_terminals" <<< "$failures" || true)
     if [ -z "$on_terminals" ] || [ -z "$names" ]; then
@@ -31,30 +54,27 @@ try_again() {
     sed 's/^/Failed at the first try: /' <<< "$names" >&2
     run_ctest "$preset" "$log" -j 2 -L pseudo_terminal \
         -R "^($(sed 's/[][()|.*+?^$\\]/\\&/g' <<< "$names" | paste -sd '|'))\$" || true
-    if [ "$(number_of_cases "$log")" != "$(wc -l <<< "$names")" ]; then
-        echo "$failures"
-        return
-    fi
-    grep -Fxv "$names" <<< "$failures" || true
-    failed_cases "$preset"
+    grep -Fxv "$(outcomes "$log" | sed -n 's/^passed //p')" <<< "$failures" || true
 }
 
+# Runs cases of a preset: all of them, or those that further arguments for ctest choose; a word says
+# which these are.
 run_cases() {
-    local preset=$1 log=build/$1/test.log all failures= bad=0
-    say "Testing the preset $preset ..."
-    if ! run_ctest "$preset" "$log" -j 8; then
-        failures=$(failed_cases "$preset")
-        failures=$(try_again "$preset" "${failures:-ctest itself}")
-    fi
-    all=$(number_of_cases "$log")
+    local preset=$1 which=$2 log=build/$1/test_$2.log all failures bad=0
+    shift 2
+    say "Testing: $which ..."
+    run_ctest "$preset" "$log" -j 8 "$@" || true
+    all=$(outcomes "$log")
     if [ -z "$all" ]; then
         tail -n 30 "$log" >&2
-        say "No test of the preset $preset ran; $log tells more."
+        say "No test ran; $log tells more."
         failed=$((failed + 1))
         return
     fi
+    failures=$(sed -n 's/^failed //p' <<< "$all")
+    [ -z "$failures" ] || failures=$(try_again "$preset" "$failures" "${log%.log}_again.log")
     [ -z "$failures" ] || bad=$(wc -l <<< "$failures")
-    passed=$((passed + all - bad))
+    passed=$((passed + $(wc -l <<< "$all") - bad))
     failed=$((failed + bad))
     [ "$bad" -eq 0 ] || { sed 's/^/Failed: /' <<< "$failures" >&2 && say "$log tells more."; }
 }

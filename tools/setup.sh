@@ -7,8 +7,9 @@ test_packages=(libgtest-dev libgmock-dev pkg-config libglib2.0-dev libx11-dev li
                clang libclang-rt-14-dev g++-mingw-w64-x86-64-posix)
 
 # How ./test configures the presets: the release as users build it, but that warnings are errors, and
-# with its tests.
-release_arguments=(-DMEMWRIGHT_TESTS=ON -DMEMWRIGHT_CORE_TESTS=OFF -DMEMWRIGHT_UNITY_TESTS=ON -DCMAKE_COMPILE_WARNING_AS_ERROR=ON)
+# with the tests of the built programs.
+release_arguments=(-DMEMWRIGHT_TESTS=ON -DMEMWRIGHT_CODE_TESTS=OFF -DMEMWRIGHT_UNITY_TESTS=ON
+                   -DCMAKE_COMPILE_WARNING_AS_ERROR=ON)
 
 say() { echo "$*" >&2; }
 

@@ -9,11 +9,7 @@
 namespace memwright::cli_tests {
 namespace {
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr int kImages = 10;
-#else
-constexpr int kImages = 40;
-#endif
+constexpr int kImages = 20;
 
 // Every other image has channels that a user could have put there; the others are any bytes.
 Image random_image(SeededRandom& random) {

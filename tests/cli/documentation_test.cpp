@@ -7,6 +7,7 @@
 
 #include "cli/support/radio_test.h"
 #include "radio/demonstration.h"
+#include "support/built_programs.h"
 
 namespace memwright::cli_tests {
 namespace {
@@ -44,7 +45,7 @@ class Document : public RadioTest {
             if (example.heading != heading) continue;
             systest::Command shell = command({"-e", "-u", "-c", example.commands});
             shell.program = "/bin/sh";
-            shell.environment["PATH"] = MEMWRIGHT_PROGRAMS ":/usr/bin:/bin";
+            shell.environment["PATH"] = systest::built_programs().string() + ":/usr/bin:/bin";
             shell.environment["PORT"] = port;
             shell.environment["OTHER_PORT"] = other_port_;
             RunningCli running(shell);

@@ -8,6 +8,7 @@
 #include "cli/support/cli_test.h"
 #include "fakes/child_process.h"
 #include "radio/demonstration.h"
+#include "support/built_programs.h"
 
 namespace memwright::cli_tests {
 namespace {
@@ -149,7 +150,7 @@ TEST_F(Files, may_have_any_name) {
 
 // The program is where an ordinary user can start it, wherever it was built.
 TEST_F(Files, that_may_not_be_written_stay_as_they_are) {
-    fs::copy_file(MEMWRIGHT_CLI, home_.path() / "memwright-cli");
+    fs::copy_file(systest::built_program("memwright-cli"), home_.path() / "memwright-cli");
     const fs::path file = folder_.path() / "kept";
     put_text("kept", good_.text());
     fs::permissions(file, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
@@ -174,7 +175,7 @@ TEST_F(Files, that_may_not_be_written_stay_as_they_are) {
 }
 
 TEST_F(Files, that_may_not_be_read_are_told) {
-    fs::copy_file(MEMWRIGHT_CLI, home_.path() / "memwright-cli");
+    fs::copy_file(systest::built_program("memwright-cli"), home_.path() / "memwright-cli");
     fs::permissions(folder_.path() / "good.120", fs::perms::none);
     const std::string report = as_an_ordinary_user([&] {
         auto as_other = command({"channels", "good.120"});

@@ -7,6 +7,7 @@
 
 #include "cli/support/cli_test.h"
 #include "radio/demonstration.h"
+#include "support/built_programs.h"
 #include "support/run_program.h"
 
 namespace memwright::cli_tests {
@@ -115,7 +116,7 @@ TEST_F(Print, without_a_part_of_the_program_says_what_to_do) {
     const TemporaryFolder programs;
     systest::Command alone = command({"print", image_, "--pdf", "out.pdf"});
     alone.program = programs.path() / "memwright-cli";
-    fs::copy_file(MEMWRIGHT_CLI, alone.program);
+    fs::copy_file(systest::built_program("memwright-cli"), alone.program);
     const fs::path part = programs.path() / "memwright-ports-and-pages.so";
     const auto expect_refused = [&](const std::string& why) {
         const Ended ended = run_to_end(alone);
@@ -129,7 +130,7 @@ TEST_F(Print, without_a_part_of_the_program_says_what_to_do) {
     expect_refused("No such file or directory");
     programs.put("memwright-ports-and-pages.so", {'t', 'e', 'x', 't'});
     expect_refused(part.string() + ": file too short");
-    fs::copy_file(fs::path(MEMWRIGHT_PROGRAMS) / "memwright-ports-and-pages.so", part,
+    fs::copy_file(systest::built_programs() / "memwright-ports-and-pages.so", part,
                   fs::copy_options::overwrite_existing);
     EXPECT_EQ(run_to_end(alone).status, 0);
     EXPECT_EQ(pages("out.pdf"), "7");

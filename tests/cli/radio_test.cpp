@@ -17,7 +17,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-Image random_image(SeededRandom& random) {
+Image any_image(SeededRandom& random) {
     Image image;
     for (int i = 0; i < layout::kImageSize; ++i) image.set(i, {random.byte()});
     return image;
@@ -25,7 +25,7 @@ Image random_image(SeededRandom& random) {
 
 TEST_F(RadioTest, read_keeps_the_bytes_as_they_come_and_tells_of_wrong_checksums) {
     SeededRandom random;
-    const Image image = random_image(random);
+    const Image image = any_image(random);
     start_radio({"--image", put("radio.120", image), "--fault", "checksum@0", "checksum@230",
                  "checksum@235"});
     put_text("out.120", std::string(9000, 'o'));
@@ -46,7 +46,7 @@ TEST_F(RadioTest, read_keeps_the_bytes_as_they_come_and_tells_of_wrong_checksums
 
 TEST_F(RadioTest, read_at_a_terminal_waits_for_Enter_and_shows_how_far_it_is) {
     SeededRandom random;
-    const Image image = random_image(random);
+    const Image image = any_image(random);
     start_radio({"--image", put("radio.120", image)});
     Terminal terminal;
     auto with_terminal = command({"read", "-", "--com", "1=" + port});
@@ -71,7 +71,7 @@ TEST_F(RadioTest, read_at_a_terminal_waits_for_Enter_and_shows_how_far_it_is) {
 
 TEST_F(RadioTest, write_sends_the_bytes_as_they_stand) {
     SeededRandom random;
-    const Image image = random_image(random);
+    const Image image = any_image(random);
     put("back.120", Image(image).rest("what the radio does not get"));
     start_radio({"--mode", "receive", "--save", file("received.120")});
     Terminal terminal;
@@ -90,7 +90,7 @@ TEST_F(RadioTest, write_sends_the_bytes_as_they_stand) {
 
 TEST_F(RadioTest, write_takes_its_image_from_standard_input) {
     SeededRandom random;
-    const Image image = random_image(random);
+    const Image image = any_image(random);
     start_radio({"--mode", "receive", "--save", file("received.120")});
     auto piped = command({"write", "-", "--port", port, "--yes"});
     piped.input = put("given.120", image);

@@ -5,6 +5,7 @@
 
 #include "cli/support/cli_test.h"
 #include "radio/demonstration.h"
+#include "support/built_programs.h"
 
 namespace memwright::cli_tests {
 namespace {
@@ -39,8 +40,9 @@ class Streams : public CliTest {
 
     // With streams closed, for which it takes a shell.
     systest::Command closing(const std::string& streams, const Words& arguments) const {
-        systest::Command shell =
-            command(Words{"-c", "exec \"$0\" \"$@\" " + streams, MEMWRIGHT_CLI} + arguments);
+        systest::Command shell = command(
+            Words{"-c", "exec \"$0\" \"$@\" " + streams, systest::built_program("memwright-cli")} +
+            arguments);
         shell.program = "/bin/sh";
         return shell;
     }

@@ -6,6 +6,7 @@
 
 #include "qt/command_line.h"
 #include "qt/core/text.h"
+#include "support/built_programs.h"
 #include "support/run_program.h"
 
 namespace memwright::gui {
@@ -98,7 +99,7 @@ systest::SeparateOutcome run_program(std::vector<std::string> arguments) {
     for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
         environment.erase(name);
     }
-    return systest::run_apart({.program = MEMWRIGHT_PROGRAM,
+    return systest::run_apart({.program = systest::built_program("memwright"),
                                .arguments = std::move(arguments),
                                .environment = std::move(environment)});
 }

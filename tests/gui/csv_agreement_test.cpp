@@ -4,6 +4,7 @@
 
 #include "fakes/seeded_random.h"
 #include "gui/support/window_test.h"
+#include "support/built_programs.h"
 #include "support/run_program.h"
 
 namespace memwright::gui {
@@ -20,7 +21,7 @@ class CsvAgreement : public StartedWindowTest {
 
     // Runs memwright-cli in the folder of the files; gives its exit status.
     int run_cli(std::vector<std::string> arguments) {
-        const auto ended = systest::run_apart({.program = MEMWRIGHT_CLI,
+        const auto ended = systest::run_apart({.program = systest::built_program("memwright-cli"),
                                                .arguments = std::move(arguments),
                                                .environment = systest::inherited_environment(),
                                                .folder = folder_.path()});

@@ -11,7 +11,7 @@ namespace {
 
 using Record = std::array<int, layout::kRecordSize>;
 
-constexpr int kFraction25 = 0x20;
+constexpr int kTwentyFive = 0x20;
 const std::array<std::string, 4> kModes = {"AUTO", "NFM", "WFM", "AM"};
 
 std::size_t index(int number) { return static_cast<std::size_t>(number); }
@@ -43,7 +43,7 @@ TEST_F(SearchLimitRecords, the_kilohertz_are_shown_as_stored_and_the_code_behind
     EXPECT_EQ(RMode(image, at), "NFM");
     put(3, {0x14, 0x51, 0x00, 0x00});
     EXPECT_EQ(Mem2Freq(image, at), "145.10000");
-    put(3, {0x01, 0x23, 0x45, kFraction25});
+    put(3, {0x01, 0x23, 0x45, kTwentyFive});
     EXPECT_EQ(Mem2Freq(image, at), "12.34525");
     put(3, {0xFF, 0xFF, 0xFF, 0xFF});
     EXPECT_EQ(Mem2Freq(image, at), "");

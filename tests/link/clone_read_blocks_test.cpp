@@ -13,7 +13,7 @@ using radio::FaultKind;
 
 constexpr int kImageBytesOfBlock = 32;
 
-std::string progress_text(int percent) {
+std::string read_progress(int percent) {
     return "Reading from VR-120: " + std::to_string(percent) + "% complete...";
 }
 
@@ -38,13 +38,13 @@ TEST(CloneReadBlocks, each_of_the_240_blocks_is_told_with_its_share) {
     EXPECT_EQ(statuses[0], "Listening...");
     for (int count = 1; count <= 240; ++count) {
         const int percent = static_cast<int>(std::floor(count / 2.4 + 1e-9));
-        ASSERT_EQ(statuses[static_cast<std::size_t>(count)], progress_text(percent)) << count;
+        ASSERT_EQ(statuses[static_cast<std::size_t>(count)], read_progress(percent)) << count;
     }
-    EXPECT_EQ(statuses[1], progress_text(0));
-    EXPECT_EQ(statuses[3], progress_text(1));
-    EXPECT_EQ(statuses[239], progress_text(99));
-    EXPECT_EQ(statuses[240], progress_text(100));
-    EXPECT_EQ(statuses[241], progress_text(100));
+    EXPECT_EQ(statuses[1], read_progress(0));
+    EXPECT_EQ(statuses[3], read_progress(1));
+    EXPECT_EQ(statuses[239], read_progress(99));
+    EXPECT_EQ(statuses[240], read_progress(100));
+    EXPECT_EQ(statuses[241], read_progress(100));
 }
 
 TEST(CloneReadBlocks, the_progress_bar_goes_with_the_text) {
@@ -68,7 +68,7 @@ TEST(CloneReadBlocks, a_response_of_11_bytes_advances_neither_count_nor_progress
     ASSERT_EQ(statuses.size(), 242U + 6);
     EXPECT_EQ(statuses[1], "Listening...");
     // Blocks 1 to 3 are there, then come two short frames, then block 4.
-    for (const std::size_t i : {4U, 5U, 6U}) EXPECT_EQ(statuses[i], progress_text(1));
+    for (const std::size_t i : {4U, 5U, 6U}) EXPECT_EQ(statuses[i], read_progress(1));
     EXPECT_EQ(bench.store.MemoryImage, memory);
     EXPECT_EQ(bench.Label1.caption.get(), "Read from VR-120 complete.");
     bench.settle();
@@ -122,7 +122,7 @@ TEST(CloneReadBlocks, a_block_numbered_231_or_more_is_counted_and_not_kept) {
             bench.open_file(old);
             const auto statuses = statuses_of_read(bench);
             ASSERT_EQ(statuses.size(), 242U);
-            EXPECT_EQ(statuses[120], progress_text(50));
+            EXPECT_EQ(statuses[120], read_progress(50));
 
             // The blocks behind it move up; the last place keeps what it held.
             MemoryImage expected = old;
@@ -166,7 +166,7 @@ TEST(CloneReadBlocks, a_232nd_block_below_231_is_an_error_and_changes_nothing) {
               "Unlock, and read again.");
     EXPECT_EQ(bench.kept(), before);
     bench.expect_offers_unlock();
-    EXPECT_EQ(bench.Label1.caption.get(), progress_text(96));
+    EXPECT_EQ(bench.Label1.caption.get(), read_progress(96));
 }
 
 TEST(CloneReadBlocks, a_last_block_that_takes_the_place_of_one_that_was_skipped_is_kept) {

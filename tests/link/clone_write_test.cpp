@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string progress_text(int percent) {
+std::string write_progress(int percent) {
     return "Writing To VR-120: " + std::to_string(percent) + "% complete...";
 }
 
@@ -129,7 +129,7 @@ TEST(CloneWrite, the_window_is_locked_before_the_instructions_and_the_port_opene
                                                "Output of 8",
                                                "Input of 8",
                                                "Output of 38",
-                                               "Label1 \"" + progress_text(0) + "\"",
+                                               "Label1 \"" + write_progress(0) + "\"",
                                                "Output of 38"};
     ASSERT_GE(bench.journal.size(), expected.size());
     bench.journal.resize(expected.size());
@@ -141,7 +141,7 @@ TEST(CloneWrite, it_ends_by_telling_so_then_closing_the_port_then_unlocking_the_
     bench.click_write();
     const std::vector<std::string> end(bench.journal.end() - 7, bench.journal.end());
     EXPECT_THAT(
-        end, ElementsAre("Output of 38", "Label1 \"" + progress_text(100) + "\"", "Output of 8",
+        end, ElementsAre("Output of 38", "Label1 \"" + write_progress(100) + "\"", "Output of 8",
                          "Output of 8", "Label1 \"Write To VR-120 complete.\"", "PortOpen = False",
                          "EnableGui"));
     EXPECT_THAT(bench.lock_calls, ElementsAre("DisableGui", "EnableGui"));
@@ -184,13 +184,13 @@ TEST(CloneWrite, each_of_the_240_blocks_is_told_with_its_share) {
     // What stands there after block n is there when the next frame goes out.
     for (int n = 0; n < 240; ++n) {
         const int percent = static_cast<int>(std::floor(n / 2.39 + 1e-9));
-        ASSERT_EQ(statuses[static_cast<std::size_t>(n) + 2], progress_text(percent)) << n;
+        ASSERT_EQ(statuses[static_cast<std::size_t>(n) + 2], write_progress(percent)) << n;
         ASSERT_EQ(percents[static_cast<std::size_t>(n) + 2], percent) << n;
     }
-    EXPECT_EQ(statuses[2], progress_text(0));
-    EXPECT_EQ(statuses[2 + 3], progress_text(1));
-    EXPECT_EQ(statuses[2 + 238], progress_text(99));
-    EXPECT_EQ(statuses[2 + 239], progress_text(100));
+    EXPECT_EQ(statuses[2], write_progress(0));
+    EXPECT_EQ(statuses[2 + 3], write_progress(1));
+    EXPECT_EQ(statuses[2 + 238], write_progress(99));
+    EXPECT_EQ(statuses[2 + 239], write_progress(100));
 }
 
 TEST(CloneWrite, the_table_is_what_is_written) {

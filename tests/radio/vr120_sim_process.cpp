@@ -11,6 +11,7 @@
 #include <chrono>
 #include <csignal>
 
+#include "support/built_programs.h"
 #include "support/eventually.h"
 #include "support/read_file.h"
 
@@ -33,7 +34,7 @@ bool readable(int descriptor, Clock::time_point end) {
 }  // namespace
 
 Vr120Sim::Vr120Sim(const std::vector<std::string>& arguments)
-    : process_({.program = VR120_SIM,
+    : process_({.program = systest::built_program("vr120-sim"),
                 .arguments = arguments,
                 .environment = systest::inherited_environment(),
                 .output = output_.file,

@@ -24,11 +24,11 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 using Words = std::vector<std::string>;
 
-const Bytes kOpeningBytes = {0x0C, 0x01, 0x41, 0x31, 0x38, 0x12, 0x00, 0xC9};
+const Bytes kOpeningFrame = {0x0C, 0x01, 0x41, 0x31, 0x38, 0x12, 0x00, 0xC9};
 
 // Takes the opening frame, all blocks and the closing frame; the image that they bring.
 Bytes read_image(const Line& line) {
-    EXPECT_EQ(line.receive(8), kOpeningBytes);
+    EXPECT_EQ(line.receive(8), kOpeningFrame);
     Bytes image;
     for (int number = 0; number < 240; ++number) {
         const Bytes response = line.response(38);
@@ -126,11 +126,11 @@ TEST_F(Vr120SimProgram, notices_every_opening_of_the_line) {
     Vr120Sim sim({"--pace", "none", "--mode", "send"});
     const auto path = sim.line().value_or("");
     Line line(path);
-    EXPECT_EQ(line.receive(8), kOpeningBytes);
+    EXPECT_EQ(line.receive(8), kOpeningFrame);
     for (int i = 0; i < 20; ++i) {
         line.close();
         line.open(path);
-        EXPECT_EQ(line.receive(8), kOpeningBytes);
+        EXPECT_EQ(line.receive(8), kOpeningFrame);
     }
 }
 
@@ -138,14 +138,14 @@ TEST_F(Vr120SimProgram, leaves_nothing_unread_for_the_next_opening_of_the_line) 
     Vr120Sim sim({"--pace", "none", "--mode", "send"});
     const auto path = sim.line().value_or("");
     Line line(path);
-    EXPECT_EQ(line.receive(8), kOpeningBytes);
+    EXPECT_EQ(line.receive(8), kOpeningFrame);
     line.send({0x03, 0x06, 0x09});
     EXPECT_EQ(line.receive(5).size(), 5U);
     line.close();
     EXPECT_EQ(sim.line(), "sending: 240 blocks");
     EXPECT_EQ(sim.line(), "sent in part: 1 block");
     line.open(path);
-    EXPECT_EQ(line.receive(8), kOpeningBytes);
+    EXPECT_EQ(line.receive(8), kOpeningFrame);
     EXPECT_TRUE(line.is_silent_for(200));
 }
 
@@ -184,7 +184,7 @@ TEST_F(Vr120SimProgram, takes_the_time_that_bytes_need_on_the_line) {
 TEST_F(Vr120SimProgram, hangs_up_after_the_last_byte_was_taken_and_ends) {
     Vr120Sim sim({"--mode", "send", "--fault", "hang-up@2:20"});
     const Line line(sim.line().value_or(""));
-    EXPECT_EQ(line.receive(8), kOpeningBytes);
+    EXPECT_EQ(line.receive(8), kOpeningFrame);
     EXPECT_EQ(line.response(38).size(), 41U);
     EXPECT_EQ(line.response(38).size(), 41U);
     EXPECT_EQ(line.response(38).size(), 3U + 20U);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "radio/demonstration.h"
+#include "support/built_programs.h"
 #include "system/memwright_desktop.h"
 
 namespace memwright::systest {
@@ -11,8 +12,6 @@ namespace {
 using testing::ElementsAreArray;
 using testing::Eq;
 using testing::HasSubstr;
-
-constexpr const char* kQuestion = "The VR120 data has changed.\nDo you want to save the changes?";
 
 class SystemFiles : public MemwrightDesktop {
   protected:
@@ -41,7 +40,7 @@ TEST_F(SystemFiles, yes_before_open_saves_first) {
     const auto other = other_image();
     start_with_changes();
     choose("File", "Open");
-    answer("Memwright", kQuestion, "Yes");
+    answer("Memwright", kChanged, "Yes");
     enter_path(*program, "Open File", other);
     wait_for_caption(caption_of(other));
     expect_saved(file("zeros.120"));
@@ -52,7 +51,7 @@ TEST_F(SystemFiles, no_on_close_ends_without_saving) {
     start_with_changes();
     keyboard.press("Alt+F");
     keyboard.press("x");
-    answer("Memwright", kQuestion, "No");
+    answer("Memwright", kChanged, "No");
     EXPECT_EQ(program->wait_for_exit(), ExitStatus{});
     expect_unsaved(file("zeros.120"));
 }
@@ -75,7 +74,7 @@ TEST_F(SystemFiles, the_window_comes_back_where_it_was) {
 }
 
 TEST_F(SystemFiles, wrong_arguments_end_with_status_2_and_a_message) {
-    Program wrong(desktop, MEMWRIGHT, {"--com", "13=/dev/null"});
+    Program wrong(desktop, built_program("memwright"), {"--com", "13=/dev/null"});
     EXPECT_EQ(wrong.wait_for_exit().code, 2);
     EXPECT_THAT(wrong.errors(), HasSubstr("13=/dev/null"));
 }

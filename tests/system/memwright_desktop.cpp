@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "native/file_system.h"
+#include "support/built_programs.h"
 #include "support/quick_time.h"
 #include "table/channel_table.h"
 
@@ -44,7 +45,7 @@ MemwrightDesktop::MemwrightDesktop() {
 
 void MemwrightDesktop::plug_in(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"--save", radio_file().string(), "--pace", "none"});
-    radio = std::make_unique<Program>(desktop, VR120_SIM, arguments);
+    radio = std::make_unique<Program>(desktop, built_program("vr120-sim"), arguments);
     const std::string device = radio->wait_for_line("/dev/");
     fs::remove(file("cable"));
     fs::create_symlink(device, file("cable"));
@@ -52,7 +53,7 @@ void MemwrightDesktop::plug_in(std::vector<std::string> arguments) {
 
 void MemwrightDesktop::start(std::vector<std::string> arguments, const Environment& extra) {
     arguments.insert(arguments.begin(), {"--com", "1=" + file("cable").string()});
-    program = std::make_unique<Application>(desktop, MEMWRIGHT, arguments, extra);
+    program = std::make_unique<Application>(desktop, built_program("memwright"), arguments, extra);
 }
 
 void MemwrightDesktop::start_in_quick_time(std::vector<std::string> arguments, Environment extra) {

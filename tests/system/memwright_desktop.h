@@ -20,6 +20,9 @@ namespace memwright::systest {
 
 inline constexpr Milliseconds kTransferPatience{150000};
 inline constexpr const char* kTitle = "Memwright v1.0";
+inline constexpr const char* kFreshCaption = "Memwright v1.0 - By the Memwright developers";
+inline constexpr const char* kChanged =
+    "The VR120 data has changed.\nDo you want to save the changes?";
 inline constexpr const char* kReadInstructions =
     "1. Hold down [Func] + [Band] on the VR-120 and power it on. It should say RX TX.\n"
     "2. Click OK to close this box.\n"
@@ -77,7 +80,7 @@ class MemwrightDesktop : public testing::Test {
     std::unique_ptr<Application> program;
 
   private:
-    std::string title_ = std::string(kTitle) + " - By the Memwright developers";
+    std::string title_ = kFreshCaption;
 };
 
 }  // namespace memwright::systest

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "radio/demonstration.h"
+#include "support/built_programs.h"
 #include "system/memwright_desktop.h"
 
 namespace memwright::systest {
@@ -52,7 +53,7 @@ TEST_F(SystemModules, a_start_loads_neither_serial_ports_nor_printing) {
 }
 
 TEST_F(SystemModules, that_are_missing_are_named_and_the_rest_works) {
-    fs::copy_file(MEMWRIGHT, file("memwright"));
+    fs::copy_file(built_program("memwright"), file("memwright"));
     program = std::make_unique<Application>(desktop, file("memwright"),
                                             std::vector<std::string>{file("mem.120").string()});
     wait_for_caption(std::string(kTitle) + " - " + file("mem.120").string());

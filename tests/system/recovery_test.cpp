@@ -19,9 +19,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-constexpr const char* kChanged = "The VR120 data has changed.\nDo you want to save the changes?";
-constexpr const char* kFresh = "Memwright v1.0 - By the Memwright developers";
-
 class SystemRecovery : public MemwrightDesktop {
   protected:
     fs::path state() const { return desktop.home() / ".local/state/memwright"; }
@@ -156,7 +153,7 @@ TEST_F(SystemRecovery, no_starts_empty_and_the_next_start_asks_nothing) {
     kill();
     start();
     answer("Memwright", "Do you want to restore it?", "No");
-    wait_for_caption(kFresh);
+    wait_for_caption(kFreshCaption);
     EXPECT_FALSE(grid().enabled());
     expect_eventually([&] { return snapshots(); }, ElementsAre(StartsWith("declined ")));
     EXPECT_THAT(first_cells(), ElementsAre("ABC"));
@@ -182,7 +179,7 @@ TEST_F(SystemRecovery, a_clean_exit_asks_nothing) {
     close_answering("No");
     EXPECT_THAT(snapshots(), IsEmpty());
     start();
-    wait_for_caption(kFresh);
+    wait_for_caption(kFreshCaption);
     program->settle();
     EXPECT_FALSE(program->has_window("Memwright"));
 }
@@ -224,7 +221,7 @@ TEST_F(SystemRecovery, a_table_that_came_from_a_radio_comes_back_without_a_name)
     answer("Memwright", "a table that has no file yet", "Yes");
     expect_eventually([&] { return cell(1, 1); }, Eq("TOWER"));
     EXPECT_TRUE(grid().enabled());
-    wait_for_caption(kFresh);
+    wait_for_caption(kFreshCaption);
     const auto saved = file("mine");
     choose("File", "Save");
     enter_path(*program, "Save File As..", saved);

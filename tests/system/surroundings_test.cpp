@@ -6,6 +6,7 @@
 
 #include "files/snapshot.h"
 #include "radio/demonstration.h"
+#include "support/built_programs.h"
 #include "system/memwright_desktop.h"
 
 namespace memwright::systest {
@@ -16,8 +17,6 @@ using testing::ElementsAreArray;
 using testing::Eq;
 using testing::HasSubstr;
 
-constexpr const char* kChanged = "The VR120 data has changed.\nDo you want to save the changes?";
-constexpr const char* kFresh = "Memwright v1.0 - By the Memwright developers";
 // Where not even the superuser can make a file.
 constexpr const char* kReadOnly = "/proc/self/task";
 
@@ -57,7 +56,7 @@ class SystemSurroundings : public MemwrightDesktop {
         const std::string box = program->message_box("Memwright", reason).tree();
         EXPECT_THAT(box, HasSubstr(path));
         keyboard.press("Return");
-        wait_for_caption(kFresh);
+        wait_for_caption(kFreshCaption);
         EXPECT_FALSE(grid().enabled());
         open(demonstration(file("other.120")));
         EXPECT_EQ(cell(1, 1), "TOWER");
@@ -119,9 +118,9 @@ TEST_F(SystemSurroundings, a_current_folder_that_is_gone_hinders_nothing) {
     program = std::make_unique<Application>(
         desktop, "sh",
         std::vector<std::string>{"-c", "cd '" + file("gone").string() +
-                                           "' && rmdir ../gone && exec '" MEMWRIGHT
-                                           "' --com 1=none"});
-    wait_for_caption(kFresh);
+                                           "' && rmdir ../gone && exec '" +
+                                           built_program("memwright") + "' --com 1=none"});
+    wait_for_caption(kFreshCaption);
     open(path);
     edit_save_and_exit(path);
 }
@@ -131,10 +130,10 @@ TEST_F(SystemSurroundings, a_current_folder_that_is_gone_is_told_where_a_file_wa
     program = std::make_unique<Application>(
         desktop, "sh",
         std::vector<std::string>{"-c", "cd '" + file("gone").string() +
-                                           "' && rmdir ../gone && exec '" MEMWRIGHT
-                                           "' --com 1=none mine.120"});
+                                           "' && rmdir ../gone && exec '" +
+                                           built_program("memwright") + "' --com 1=none mine.120"});
     answer("Memwright", "mine.120", "OK");
-    wait_for_caption(kFresh);
+    wait_for_caption(kFreshCaption);
 }
 
 TEST_F(SystemSurroundings, a_stored_folder_that_is_gone_hinders_nothing) {
@@ -167,7 +166,7 @@ TEST_F(SystemSurroundings, a_path_that_is_too_long_is_refused) {
     start({path + ".120"});
     program->message_box("Memwright", "too long");
     keyboard.press("Return");
-    wait_for_caption(kFresh);
+    wait_for_caption(kFreshCaption);
 }
 
 TEST_F(SystemSurroundings, foreign_letters_in_a_path_are_letters) {

@@ -113,7 +113,7 @@ TEST_F(SystemTransfer, closing_the_window_ends_a_transfer_and_the_program) {
     start();
     read();
     wait_for_status("Reading from VR-120: ");
-    desktop.window(std::string(kTitle) + " - By the Memwright developers").close();
+    desktop.window(kFreshCaption).close();
     EXPECT_EQ(program->wait_for_exit(), ExitStatus{});
 }
 

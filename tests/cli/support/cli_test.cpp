@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "support/built_programs.h"
 #include "support/run_program.h"
 
 namespace memwright::cli_tests {
@@ -14,7 +15,7 @@ Words operator+(const Words& first, const Words& then) {
 
 systest::Command cli_command(const Words& arguments, const TemporaryFolder& folder,
                              const TemporaryFolder& home) {
-    systest::Command command = {.program = MEMWRIGHT_CLI,
+    systest::Command command = {.program = systest::built_program("memwright-cli"),
                                 .arguments = arguments,
                                 .environment = {{"HOME", home.path().string()},
                                                 {"LC_ALL", "C.UTF-8"},

@@ -7,6 +7,7 @@
 #include "fakes/child_process.h"
 #include "faults/support/every_fault.h"
 #include "faults/support/traced_child.h"
+#include "support/built_programs.h"
 
 namespace memwright::faults {
 namespace {
@@ -39,7 +40,7 @@ void BuiltCli::become(const std::vector<std::string>& arguments, bool traced,
         unsetenv(name);
     }
     leave_leaks_alone();
-    std::string program = MEMWRIGHT_CLI;
+    std::string program = systest::built_program("memwright-cli");
     std::vector<std::string> words = arguments;
     std::vector<char*> given{program.data()};
     for (std::string& word : words) given.push_back(word.data());
