@@ -72,7 +72,7 @@ std::vector<Form1::Menu> Form1::menus() {
             {mnuOptions, {&mnuPort, &mnuShwDbg}},
             {mnuVR120Settings, {&mnuMiscSettings, &mnuSearchBandMem}},
             {mnuTransfer, {&mnuRead, &mnuWrite, &mnuforce}},
-            {mnuHelp, {&mnuabout, &NoticesEntry}}};
+            {mnuHelp, {&mnuabout, &added.notices}}};
 }
 
 std::vector<Control*> Form1::lockable() {

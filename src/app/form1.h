@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "app/added_entries.h"
 #include "controls/controls.h"
 #include "files/user_interface.h"
 #include "table/ms_flex_grid.h"
@@ -47,20 +48,20 @@ class Form1 final : public UserInterface {
     CommandButton TransferButton{"TransferButton"};
 
     MenuEntry mnuFile{"mnuFile", "&File"};
-    MenuEntry mnuOpen{"mnuOpen", "&Open"};
-    MenuEntry mnuSaveOnly{"mnuSaveOnly", "&Save"};
-    MenuEntry mnuSave{"mnuSave", "Save &As..."};
+    MenuEntry mnuOpen{"mnuOpen", "&Open", {"Ctrl+O"}};
+    MenuEntry mnuSaveOnly{"mnuSaveOnly", "&Save", {"Ctrl+S"}};
+    MenuEntry mnuSave{"mnuSave", "Save &As...", {"Ctrl+Shift+S"}};
     MenuEntry mnuSep1{"mnuSep1", "-"};
     MenuEntry mnuImport{"mnuImport", "&Import From .CSV..."};
     MenuEntry mnuExport{"mnuExport", "&Export To .CSV..."};
     MenuEntry mnusepa{"mnusepa", "-"};
-    MenuEntry mnuPrint{"mnuPrint", "&Print"};
+    MenuEntry mnuPrint{"mnuPrint", "&Print", {"Ctrl+P"}};
     MenuEntry mnusepq{"mnusepq", "-"};
-    MenuEntry mnuexit{"mnuexit", "E&xit"};
+    MenuEntry mnuexit{"mnuexit", "E&xit", {"Ctrl+Q"}};
     MenuEntry mnuEdit{"mnuEdit", "&Edit Channels"};
-    MenuEntry mnuCut{"mnuCut", "Cu&t"};
-    MenuEntry mnuCopy{"mnuCopy", "&Copy"};
-    MenuEntry mnuPaste{"mnuPaste", "&Paste"};
+    MenuEntry mnuCut{"mnuCut", "Cu&t", {"Ctrl+X"}};
+    MenuEntry mnuCopy{"mnuCopy", "&Copy", {"Ctrl+C"}};
+    MenuEntry mnuPaste{"mnuPaste", "&Paste", {"Ctrl+V"}};
     MenuEntry mnuOptions{"mnuOptions", "&Settings"};
     MenuEntry mnuPort{"mnuPort", "&Port..."};
     MenuEntry mnuShwDbg{"mnuShwDbg", "&Show Status Window"};
@@ -74,8 +75,7 @@ class Form1 final : public UserInterface {
     MenuEntry mnuHelp{"mnuHelp", "&Help"};
     MenuEntry mnuabout{"mnuabout", "&About..."};
 
-    // Added: opens the list of notices.
-    MenuEntry NoticesEntry{"NoticesEntry", "&Notices..."};
+    AddedEntries added;
 
     FormCaption caption;
 

@@ -126,12 +126,27 @@ struct ProgressBar : PlacedControl {
 
 // A menu, an entry of one, or a separator line between entries.
 struct MenuEntry : Control {
-    MenuEntry(std::string its_name, std::string its_caption)
-        : Control(std::move(its_name)), caption(std::move(its_caption)) {}
+    MenuEntry(std::string its_name, std::string its_caption,
+              std::vector<std::string> its_shortcuts = {})
+        : Control(std::move(its_name)),
+          caption(std::move(its_caption)),
+          shortcuts(std::move(its_shortcuts)) {}
+    virtual ~MenuEntry() = default;
 
     Property<std::string> caption;
+    // Keys that do as if its menu were opened and it were chosen, as "Ctrl+Z". The first is shown
+    // beside it.
+    const std::vector<std::string> shortcuts;
     Property<bool> checked{false};
     Signal<> clicked;
+};
+
+// An entry of a menu that opens a list to choose from.
+struct MenuChoice : MenuEntry {
+    using MenuEntry::MenuEntry;
+
+    Property<std::vector<std::string>> items;  // as captions, with their mnemonics
+    Signal<std::size_t> picked;                // the item's number, from 0
 };
 
 }  // namespace memwright

@@ -1,6 +1,7 @@
 #include "qt/binder.h"
 
 #include <QKeyEvent>
+#include <QShortcut>
 
 #include "qt/core/text.h"
 #include "qt/line_box.h"
@@ -211,6 +212,41 @@ void Binder::bind(MenuEntry& entry, QAction& shown) {
         shown.setChecked(entry.checked);
         entry.clicked();
     });
+}
+
+void Binder::bind(MenuChoice& choice, QMenu& shown) {
+    bound_.push_back(choice.name);
+    shown.setObjectName(from_utf8(choice.name));
+    follow(choice.caption, [&] { shown.setTitle(from_utf8(choice.caption)); });
+    follow(choice.enabled, [&] { shown.menuAction()->setEnabled(choice.enabled); });
+    follow(choice.visible, [&] { shown.menuAction()->setVisible(choice.visible); });
+    follow(choice.items, [&] {
+        shown.clear();
+        for (std::size_t number = 0; number < choice.items.get().size(); ++number) {
+            QAction* const item = shown.addAction(from_utf8(choice.items.get()[number]));
+            // Once the menu is closed: what is picked may change the items.
+            QObject::connect(
+                item, &QAction::triggered, &form_, [&choice, number] { choice.picked(number); },
+                Qt::QueuedConnection);
+        }
+    });
+}
+
+// The action only shows the keys, so that they need not wait for its state, which is brought up to
+// date when the menu opens.
+void Binder::bind_shortcuts(MenuEntry& menu, MenuEntry& entry, QAction& shown) {
+    if (entry.shortcuts.empty()) return;
+    shown.setShortcut(QKeySequence(from_utf8(entry.shortcuts.front())));
+    shown.setShortcutContext(Qt::WidgetShortcut);
+    for (const std::string& keys : entry.shortcuts) {
+        auto* const shortcut = new QShortcut(QKeySequence(from_utf8(keys)), &form_);
+        shortcut->setAutoRepeat(false);
+        QObject::connect(shortcut, &QShortcut::activated, &form_, [&menu, &entry] {
+            if (!menu.enabled) return;
+            menu.clicked();
+            if (entry.enabled && entry.visible) entry.clicked();
+        });
+    }
 }
 
 }  // namespace memwright::qt

@@ -37,6 +37,9 @@ class Binder {
     void bind_overlay(ComboBox& box);
     void bind(MenuEntry& menu, QMenu& shown);
     void bind(MenuEntry& entry, QAction& shown);
+    void bind(MenuChoice& choice, QMenu& shown);
+    // The keys of an entry, which do as if it were chosen from its menu.
+    void bind_shortcuts(MenuEntry& menu, MenuEntry& entry, QAction& shown);
 
     // Names of bound controls that have no widget.
     const std::vector<std::string>& missing() const { return missing_; }

@@ -139,7 +139,7 @@ void MainWindow::show_additions(Program& program) {
     connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, notices,
             [notices] { notices->switch_focus(); });
     connections_.push_back(
-        program.form.NoticesEntry.clicked.connect([this] { show_notice_list(); }));
+        program.form.added.notices.clicked.connect([this] { show_notice_list(); }));
 }
 
 void MainWindow::show_notice_list() {
@@ -206,9 +206,14 @@ void MainWindow::create_menus(Form1& form) {
                 shown->addSeparator()->setObjectName(from_utf8(item->name));
                 continue;
             }
+            if (auto* const choice = dynamic_cast<MenuChoice*>(item)) {
+                binder_.bind(*choice, *shown->addMenu(QString()));
+                continue;
+            }
             QAction* const action = shown->addAction(QString());
             action->setCheckable(item == &form.mnuShwDbg);
             binder_.bind(*item, *action);
+            binder_.bind_shortcuts(menu.entry, *item, *action);
         }
     }
 }

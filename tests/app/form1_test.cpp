@@ -24,6 +24,7 @@ struct Menu {
     std::vector<Entry> items;
 };
 
+// The original entries. Others may stand between them.
 const std::vector<Menu> kTree = {
     {{"mnuFile", "&File"},
      {{"mnuOpen", "&Open"},
@@ -45,7 +46,7 @@ const std::vector<Menu> kTree = {
      {{"mnuRead", "&Read from VR-120"},
       {"mnuWrite", "&Write To VR-120", false},
       {"mnuforce", "&Force Timeout"}}},
-    {{"mnuHelp", "&Help"}, {{"mnuabout", "&About..."}, {"NoticesEntry", "&Notices..."}}}};
+    {{"mnuHelp", "&Help"}, {{"mnuabout", "&About..."}}}};
 
 void expect_entry(const MenuEntry& entry, const Entry& wanted) {
     EXPECT_EQ(entry.name, wanted.name);
@@ -62,9 +63,13 @@ TEST_F(Menus, stand_in_their_order_with_their_captions_and_states_after_the_star
     ASSERT_EQ(menus.size(), kTree.size());
     for (std::size_t m = 0; m < menus.size(); ++m) {
         expect_entry(menus[m].entry, kTree[m].menu);
-        ASSERT_EQ(menus[m].items.size(), kTree[m].items.size()) << menus[m].entry.name;
-        for (std::size_t i = 0; i < menus[m].items.size(); ++i) {
-            expect_entry(*menus[m].items[i], kTree[m].items[i]);
+        std::vector<const MenuEntry*> original;
+        for (const MenuEntry* item : menus[m].items) {
+            if (item->name.starts_with("mnu")) original.push_back(item);
+        }
+        ASSERT_EQ(original.size(), kTree[m].items.size()) << menus[m].entry.name;
+        for (std::size_t i = 0; i < original.size(); ++i) {
+            expect_entry(*original[i], kTree[m].items[i]);
         }
     }
 }
