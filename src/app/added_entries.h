@@ -7,6 +7,11 @@
 namespace memwright {
 
 struct AddedEntries {
+    // Edit Channels
+    MenuEntry undo{"UndoEntry", "&Undo", {"Ctrl+Z"}};
+    MenuEntry redo{"RedoEntry", "&Redo", {"Ctrl+Shift+Z", "Ctrl+Y"}};
+    MenuEntry line_below_undo{"LineBelowUndo", "-"};
+
     // Help
     MenuEntry notices{"NoticesEntry", "&Notices..."};
 };

@@ -65,14 +65,15 @@ Form1::Form1() {
 }
 
 std::vector<Form1::Menu> Form1::menus() {
-    return {{mnuFile,
-             {&mnuOpen, &mnuSaveOnly, &mnuSave, &mnuSep1, &mnuImport, &mnuExport, &mnusepa,
-              &mnuPrint, &mnusepq, &mnuexit}},
-            {mnuEdit, {&mnuCut, &mnuCopy, &mnuPaste}},
-            {mnuOptions, {&mnuPort, &mnuShwDbg}},
-            {mnuVR120Settings, {&mnuMiscSettings, &mnuSearchBandMem}},
-            {mnuTransfer, {&mnuRead, &mnuWrite, &mnuforce}},
-            {mnuHelp, {&mnuabout, &added.notices}}};
+    return {
+        {mnuFile,
+         {&mnuOpen, &mnuSaveOnly, &mnuSave, &mnuSep1, &mnuImport, &mnuExport, &mnusepa, &mnuPrint,
+          &mnusepq, &mnuexit}},
+        {mnuEdit, {&added.undo, &added.redo, &added.line_below_undo, &mnuCut, &mnuCopy, &mnuPaste}},
+        {mnuOptions, {&mnuPort, &mnuShwDbg}},
+        {mnuVR120Settings, {&mnuMiscSettings, &mnuSearchBandMem}},
+        {mnuTransfer, {&mnuRead, &mnuWrite, &mnuforce}},
+        {mnuHelp, {&mnuabout, &added.notices}}};
 }
 
 std::vector<Control*> Form1::lockable() {

@@ -63,8 +63,12 @@ class Notices {
     // In the order in which they came.
     const std::vector<Entry>& of_this_run() const { return entries_; }
 
+    // Tells a screen reader what others see by themselves.
+    void say(const std::string& text) { said(text); }
+
     Signal<const Notice&> came;  // to be told to the user
-    Signal<> changed;            // what waits, or the list
+    Signal<const std::string&> said;
+    Signal<> changed;  // what waits, or the list
 
   private:
     void end_of(const std::string& about);

@@ -7,6 +7,7 @@ Program::Program(Platform platform, ComPorts& ports)
       platform_(platform),
       procedures_(form, platform, ports, notices),
       edits_(form.MSFlexGrid1, procedures_.store),
+      history_(edits_),
       errors_(platform.messages, notices, [this] { return procedures_.control.running(); }),
       events_(errors_, edits_),
       commands_(procedures_, events_),
@@ -18,17 +19,21 @@ Program::Program(Platform platform, ComPorts& ports)
                     procedures_.clone_read, procedures_.clone_write, form.mnuSaveOnly},
                    platform.files, platform.clock, platform.folders.data,
                    [this](const std::string& text) { notices.add({.text = text}); }),
-      recovery_({procedures_.store, procedures_.table, form.MSFlexGrid1, edits_,
+      recovery_({procedures_.store, procedures_.table, form.MSFlexGrid1, edits_, history_,
                  procedures_.image_files, form},
                 {platform.files, platform.locks, platform.clock, platform.loop, platform.messages,
                  platform.folders.state},
-                [this](const std::string& text) { notices.add({.text = text}); }) {}
+                [this](const std::string& text) { notices.add({.text = text}); }),
+      undo_({form, procedures_.editor, platform.cells, history_, procedures_.image_files,
+             procedures_.clone_read},
+            events_, notices) {}
 
 void Program::start() {
     events_.run("Start", [this] {
         procedures_.rows.reset_buffer();
         procedures_.shell.Form_Load();
         procedures_.shell.Form_Resize();
+        history_.begin();
     });
     errors_.guard([this] { recovery_.begin(); });
     connections_.push_back(platform_.loop.every(

@@ -17,7 +17,9 @@
 #include "app/notices.h"
 #include "app/platform.h"
 #include "app/procedures.h"
+#include "app/undo.h"
 #include "files/recovery.h"
+#include "table/edit_history.h"
 #include "table/edit_recorder.h"
 
 namespace memwright {
@@ -49,11 +51,13 @@ class Program {
 
     // Every change of table and image.
     EditRecorder& edits() { return edits_; }
+    EditHistory& history() { return history_; }
 
   private:
     Platform platform_;
     Procedures procedures_;
     EditRecorder edits_;
+    EditHistory history_;
     ErrorReport errors_;
     Events events_;
     Commands commands_;
@@ -65,6 +69,7 @@ class Program {
     DoubtfulRead doubtful_read_;
     KeptImages kept_images_;
     Recovery recovery_;
+    Undo undo_;
 
     std::vector<Connection> connections_;
 };

@@ -97,6 +97,7 @@ struct TextBox : PlacedControl {
     Signal<> edited;  // its text was typed
     Signal<> focus_wanted;
     Signal<> focus_lost;
+    Signal<> escaped;  // Escape was pressed in it
 
     // True if the key was used and is not to act in the text; empty for none of its own.
     std::function<bool(Key, bool shift)> key_down;
@@ -114,6 +115,7 @@ struct ComboBox : PlacedControl {
     Signal<> picked;  // an item was chosen
     Signal<> focus_wanted;
     Signal<> focus_lost;
+    Signal<> escaped;                               // as of a text box
     std::function<bool(Key, bool shift)> key_down;  // as of a text box
 };
 

@@ -89,9 +89,12 @@ void Recovery::write() {
 void Recovery::write_snapshot() {
     services_.files.make_private_folder(services_.folder);
     if (own_lock_ == nullptr) choose_name();
-    services_.files.replace_private(
-        path(own_name_), bytes_of({work_.files.current_path(), services_.clock.date_and_time(),
-                                   work_.store.MemoryImage, cells_of(work_.grid)}));
+    services_.files.replace_private(path(own_name_),
+                                    bytes_of({work_.files.current_path(),
+                                              services_.clock.date_and_time(),
+                                              work_.store.MemoryImage,
+                                              cells_of(work_.grid),
+                                              {work_.history.steps(), work_.history.done()}}));
 }
 
 // A name that no other run has, nor what one of them left.
@@ -186,6 +189,7 @@ void Recovery::restore(const Snapshot& snapshot) {
     work_.table.count_as_changed();
     work_.window.EnableGui();
     changes_.reset();
+    work_.history.resume(snapshot.history.steps, snapshot.history.done);
 }
 
 // Written anew, so that its days aside are counted from now.

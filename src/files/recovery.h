@@ -18,6 +18,7 @@
 #include "platform/message_box.h"
 #include "platform/run_lock.h"
 #include "platform/time.h"
+#include "table/edit_history.h"
 #include "table/edit_recorder.h"
 
 namespace memwright {
@@ -30,6 +31,7 @@ class Recovery {
         ChannelTable& table;
         MSFlexGrid& grid;
         EditRecorder& edits;  // of this grid and store
+        EditHistory& history;
         ImageFiles& files;
         UserInterface& window;
     };

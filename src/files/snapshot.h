@@ -1,10 +1,11 @@
 #pragma once
 
-// A moment of the program's work as bytes: the file that is open, the memory image, and every cell
-// of the table. Numbers stand least significant byte first; texts follow their lengths.
+// A moment of the program's work as bytes: the file that is open, the memory image, every cell of
+// the table, and the steps that can be taken back. Files of the first version have no steps.
 
 #include <string>
 
+#include "files/kept_steps.h"
 #include "image/memory_image.h"
 #include "platform/file_system.h"
 #include "table/ms_flex_grid.h"
@@ -17,6 +18,7 @@ struct Snapshot {
     MemoryImage image;
     // Row by row, column by column, without the labels.
     std::vector<std::string> cells;
+    KeptSteps history{};
 
     friend bool operator==(const Snapshot&, const Snapshot&) = default;
 };

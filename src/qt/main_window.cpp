@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "base/error.h"
+#include "qt/announcer.h"
 #include "qt/arrow_icon.h"
 #include "qt/core/text.h"
 #include "qt/notice_bar.h"
@@ -124,7 +125,7 @@ void MainWindow::show_program(Program& program) {
 void MainWindow::forget_program() {
     program_ = nullptr;
     delete notice_list_;
-    delete findChild<QWidget*>("NoticeBar");
+    for (const char* added : {"NoticeBar", "Announcer"}) delete findChild<QWidget*>(added);
     connections_.clear();
 }
 
@@ -134,6 +135,9 @@ void MainWindow::show_additions(Program& program) {
     };
     auto* const notices = new NoticeBar(program.notices, *findChild<GridView*>(), act,
                                         [this] { show_notice_list(); });
+    auto* const announcer = new Announcer(canvas_);
+    connections_.push_back(program.notices.said.connect(
+        [announcer](const std::string& text) { announcer->say(from_utf8(text)); }));
     bars_->height_changed = [this] { make_room_for_bars(); };
     bars_->add_row(*notices);
     connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, notices,

@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <utility>
 
+#include "qt/announcer.h"
 #include "qt/core/text.h"
 
 namespace memwright::qt {
@@ -113,11 +114,7 @@ void NoticeBar::show_notices() {
 // again is what assistive programs hear of.
 void NoticeBar::announce(const Notice& notice) {
     setAccessibleName(spoken(notice));
-    if (!isVisible()) return;
-    for (const auto type : {QAccessible::ObjectShow, QAccessible::Alert}) {
-        QAccessibleEvent event(this, type);
-        QAccessible::updateAccessibility(&event);
-    }
+    qt::announce(*this);
 }
 
 void NoticeBar::act_on_current() {

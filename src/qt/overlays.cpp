@@ -47,13 +47,14 @@ bool is_tab(const QEvent& event) {
            key_of(static_cast<const QKeyEvent&>(event)) == Key::tab;
 }
 
-// Escape closes the overlay and ends nothing else. True if the event has been dealt with.
+// Escape closes the overlay and ends nothing else; undo and redo are the window's, whose steps the
+// typing belongs to. True if the event has been dealt with.
 bool keeps_keys(QEvent& event) {
     if (event.type() != QEvent::ShortcutOverride) return false;
-    const int key = static_cast<const QKeyEvent&>(event).key();
-    if (key != Qt::Key_Escape) return false;
-    event.accept();
-    return true;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    const bool undo = key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo);
+    event.setAccepted(key.key() == Qt::Key_Escape);
+    return undo || event.isAccepted();
 }
 
 // The wheel scrolls the table, over an overlay too: it changes no choice by the way.
@@ -129,6 +130,7 @@ void CellTextBox::keyPressEvent(QKeyEvent* event) {
     if (!in_text && is_used(*box_, *event)) return;
     if (key == Key::tab) return;
     if (event->key() == Qt::Key_Escape) {
+        box_->escaped();
         box_->visible = false;
     } else if (!type(*event)) {
         QLineEdit::keyPressEvent(event);
@@ -241,6 +243,7 @@ void CellComboBox::keyPressEvent(QKeyEvent* event) {
     if (key_of(*event) == Key::tab) {
         is_used(*box_, *event);
     } else if (event->key() == Qt::Key_Escape) {
+        box_->escaped();
         box_->visible = false;
     } else {
         QComboBox::keyPressEvent(event);

@@ -28,6 +28,8 @@ class CellPlaces {
     // Scrolls the grid so that the current cell is seen whole.
     virtual void show_cell() = 0;
     virtual Place current_cell() = 0;
+    // Scrolls the grid so that these rows are seen, the first of them if not all can be.
+    virtual void show_rows(const RowRange& rows) = 0;
 };
 
 class CellEditor {

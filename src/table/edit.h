@@ -50,6 +50,9 @@ struct Edit {
     // The edit that takes this one back.
     Edit inverse() const;
 
+    // The edit that does what this one and then what the next one does, under this one's name.
+    Edit then(const Edit& next) const;
+
     friend bool operator==(const Edit&, const Edit&) = default;
 };
 

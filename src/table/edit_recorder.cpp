@@ -89,6 +89,7 @@ void EditRecorder::begin(std::string command, bool waits) {
 void EditRecorder::end() {
     finish_edit();
     commands_.pop_back();
+    scope_ended();
 }
 
 EditScope::EditScope(EditRecorder& recorder, std::string command, Kind kind)

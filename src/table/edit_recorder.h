@@ -28,8 +28,15 @@ class EditRecorder {
     // Each edit that is not empty, when its scope ends. Slots must not throw.
     Signal<const Edit&> edited;
 
+    // A scope has ended, whether or not it changed something.
+    Signal<> scope_ended;
+    std::size_t open_scopes() const { return commands_.size(); }
+
     // What has been changed since the last edit ended.
     Edit so_far() const;
+
+    // Ends the edit that is under way. What the same command goes on to change is another one.
+    void finish_edit();
 
     // Does the edit, or, if it is an inverse, takes one back: what it says is there after it comes
     // into grid and image, which have to be as it says that they were before.
@@ -49,7 +56,6 @@ class EditRecorder {
     bool joins_another() const { return !commands_.empty() && !commands_.back().waits; }
     void begin(std::string command, bool waits);
     void end();
-    void finish_edit();
     void note_cell(int row, int col);
     void note_bytes(int loffset, std::span<const std::uint8_t> before);
     void content_changed();

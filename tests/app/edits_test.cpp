@@ -234,6 +234,41 @@ TEST_F(Edits, of_ten_thousand_commands_are_taken_back_and_done_again) {
     EXPECT_TRUE(content_of(recorder) == last);
 }
 
+// With steps taken back and done again in between, and files saved.
+TEST_F(Edits, taken_back_step_by_step_end_where_the_last_file_was_opened) {
+    EditHistory& history = run->program.history();
+    Content opened = content_of(run->program.edits());
+    int begun = 0;
+    const auto watching = run->program.edits().edited.connect([&](const Edit& edit) {
+        if (edit.command != "Open" || !history.steps().empty()) return;
+        opened = content_of(run->program.edits());
+        ++begun;
+    });
+    for (int n = 0; n < kCommands && !HasFailure(); ++n) {
+        switch (random.between(0, 9)) {
+            case 0:
+                form().added.undo.clicked();
+                break;
+            case 1:
+                form().added.redo.clicked();
+                break;
+            default:
+                do_a_command();
+        }
+        if (n % 500 != 499) continue;
+        const Content before = content_of(run->program.edits());
+        const std::size_t done = history.done();
+        ASSERT_LT(history.steps().size(), EditHistory::kMostSteps);
+        while (history.done() > 0) form().added.undo.clicked();
+        const Content first = content_of(run->program.edits());
+        ASSERT_TRUE(first.cells == opened.cells) << n;
+        ASSERT_EQ(first.image, opened.image) << n;
+        while (history.done() < done) form().added.redo.clicked();
+        ASSERT_TRUE(content_of(run->program.edits()).cells == before.cells) << n;
+    }
+    EXPECT_GT(begun, 3);
+}
+
 TEST_F(Edits, behind_a_transfer_are_edits_of_their_own) {
     run->messages.answers = {Answer::ok};
     bool typed = false;

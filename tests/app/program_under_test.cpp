@@ -40,7 +40,8 @@ std::vector<std::string> ProgramTest::enabled_names() {
     for (const auto& [menu, items] : form.menus()) {
         if (menu.enabled) names.push_back(menu.name);
         for (const MenuEntry* item : items) {
-            if (item->enabled && item->caption.get() != kSeparatorCaption) {
+            const bool original = item->name.starts_with("mnu");
+            if (original && item->enabled && item->caption.get() != kSeparatorCaption) {
                 names.push_back(item->name);
             }
         }

@@ -42,6 +42,7 @@ class ProgramTest : public testing::Test, protected fakes::FakedPlatform {
         settings.values["VR120/Settings/" + key] = value;
     }
 
+    // Of the table, and of the menus and entries that are not added.
     std::vector<std::string> enabled_names();
 
     TemporaryFolder folder;

@@ -16,6 +16,7 @@ class FakeCellPlaces final : public CellPlaces {
     const MSFlexGrid* grid = nullptr;
     std::optional<Place> fixed;    // if set, where every cell is
     std::vector<MouseCell> shown;  // the cells that were to be scrolled into sight
+    std::vector<RowRange> rows_shown;
     int first_row = 1;             // the first in sight below the headings
 
     void show_cell() override {
@@ -23,6 +24,8 @@ class FakeCellPlaces final : public CellPlaces {
         shown.push_back({grid->Row(), grid->Col()});
         first_row = std::clamp(first_row, grid->Row() - kRowsInSight + 1, grid->Row());
     }
+
+    void show_rows(const RowRange& rows) override { rows_shown.push_back(rows); }
 
     Place current_cell() override {
         if (fixed) return *fixed;

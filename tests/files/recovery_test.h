@@ -74,6 +74,7 @@ class ProgramRun {
     MenuEntry mnuSaveOnly{"mnuSaveOnly", "&Save"};
     ChannelTable table{store, grid, mnuSaveOnly};
     EditRecorder edits{grid, store};
+    EditHistory history{edits};
     fakes::RecordingInterface window;
     FormCaption caption{.title = "Memwright", .caption = Property<std::string>("Memwright")};
     fakes::ScriptedMessageBox messages;
@@ -82,7 +83,7 @@ class ProgramRun {
                            window, caption, {messages, dialogs, machine_.files}};
     std::vector<std::string> notes;
     Recovery recovery{
-        {store, table, grid, edits, image_files, window},
+        {store, table, grid, edits, history, image_files, window},
         {machine_.files, locks_, machine_.time, machine_.time, messages, machine_.state},
         [this](const std::string& text) { notes.push_back(text); }};
 };

@@ -26,6 +26,28 @@ std::string any_text(SeededRandom& random, int longest) {
     return text;
 }
 
+Edit::Selection any_selection(SeededRandom& random) {
+    return {random.between(0, kRows),
+            random.between(0, kCols),
+            {random.between(0, kRows), random.between(-1, kRows)}};
+}
+
+Edit any_step(SeededRandom& random) {
+    const auto any_cell = [&] {
+        return GridCell{any_text(random, 8), static_cast<Colour>(random.between(0, 0xFFFFFF))};
+    };
+    Edit step{any_text(random, 20), {}, {}, any_selection(random), any_selection(random)};
+    for (int n = random.between(0, 9); n > 0; --n) {
+        step.cells.push_back(
+            {random.between(0, kRows), random.between(0, kCols), any_cell(), any_cell()});
+    }
+    for (int n = random.between(0, 9); n > 0; --n) {
+        step.bytes.push_back(
+            {static_cast<std::uint16_t>(random.between(0, 7391)), random.byte(), random.byte()});
+    }
+    return step;
+}
+
 Snapshot any_snapshot(SeededRandom& random, int longest_cell) {
     Snapshot snapshot;
     snapshot.path = any_text(random, 300);
@@ -34,6 +56,11 @@ Snapshot any_snapshot(SeededRandom& random, int longest_cell) {
     for (int i = 0; i < kRows * kCols; ++i) {
         snapshot.cells.push_back(any_text(random, longest_cell));
     }
+    for (int n = random.between(0, 20); n > 0; --n) {
+        snapshot.history.steps.push_back(any_step(random));
+    }
+    snapshot.history.done = static_cast<std::size_t>(
+        random.between(0, static_cast<int>(snapshot.history.steps.size())));
     return snapshot;
 }
 
@@ -127,8 +154,8 @@ TEST(Snapshot, one_of_a_later_version_of_the_program_is_refused_though_it_is_who
     bytes.resize(bytes.size() - 4);
     ASSERT_FALSE(is_refused(with_its_sum(bytes)));
     const std::string beginning = "Memwright recovery ";
-    ASSERT_EQ(std::string(bytes.begin(), bytes.begin() + 20), beginning + "1");
-    bytes[beginning.size()] = '2';
+    ASSERT_EQ(std::string(bytes.begin(), bytes.begin() + 20), beginning + "2");
+    bytes[beginning.size()] = '3';
     EXPECT_TRUE(is_refused(with_its_sum(bytes)));
 }
 
@@ -175,6 +202,55 @@ TEST(Snapshot, the_cells_of_a_table_go_back_into_it_labels_and_headings_left_alo
     EXPECT_EQ(grid.TextMatrix(1, 0), "Bank 0 - 0");
     EXPECT_EQ(grid.TextMatrix(kRows, 0), "Bank 9 - 63");
     EXPECT_EQ(grid.TextMatrix(0, 1), "Tag");
+}
+
+TEST(Snapshot, of_the_first_version_has_no_steps) {
+    SeededRandom random;
+    Snapshot snapshot = small_snapshot(random);
+    Bytes bytes = bytes_of(snapshot);
+    constexpr std::size_t kSum = 4;
+    constexpr std::size_t kNoSteps = 8;
+    bytes.resize(bytes.size() - kSum - kNoSteps);
+    bytes[std::string("Memwright recovery ").size()] = '1';
+    std::uint32_t sum = 2166136261U;
+    for (const std::uint8_t byte : bytes) sum = (sum ^ byte) * 16777619U;
+    for (std::size_t i = 0; i < kSum; ++i) {
+        bytes.push_back(static_cast<std::uint8_t>(sum >> (8 * i)));
+    }
+    EXPECT_EQ(snapshot_from(bytes), snapshot);
+}
+
+TEST(Snapshot, keeps_the_latest_steps_that_there_is_room_for) {
+    SeededRandom random;
+    Snapshot snapshot = small_snapshot(random);
+    Edit large{"Load", {}, {}, {}, {}};
+    for (int row = 1; row <= kRows; ++row) {
+        large.cells.push_back({row, columns::kTag, {"", 0}, {std::string(200, 'x'), 0}});
+    }
+    snapshot.history = {{large, large, large, {"Cut", {}, {}, {}, {}}}, 4};
+    const KeptSteps kept = snapshot_from(bytes_of(snapshot)).history;
+    EXPECT_EQ(kept.done, kept.steps.size());
+    ASSERT_EQ(kept.steps.size(), 2U);
+    EXPECT_EQ(kept.steps.back().command, "Cut");
+    // Without room for the steps that are done, those that were taken back are not kept either.
+    snapshot.history.done = 0;
+    EXPECT_TRUE(snapshot_from(bytes_of(snapshot)).history.steps.empty());
+}
+
+TEST(Snapshot, with_a_step_outside_of_the_table_is_none) {
+    SeededRandom random;
+    Snapshot snapshot = small_snapshot(random);
+    for (const auto& [row, col] : {std::pair(641, 1), {1, 15}}) {
+        snapshot.history = {{{"Cut", {{row, col, {}, {}}}, {}, {}, {}}}, 1};
+        EXPECT_TRUE(is_refused(bytes_of(snapshot))) << row << " " << col;
+    }
+    for (const Edit::Selection& wrong :
+         {Edit::Selection{641, 1, {}}, {1, 15, {}}, {1, 1, {641, 0}}, {1, 1, {1, 641}}}) {
+        snapshot.history = {{{"Cut", {}, {}, wrong, {}}}, 1};
+        EXPECT_TRUE(is_refused(bytes_of(snapshot))) << wrong.row << " " << wrong.col;
+    }
+    snapshot.history = {{{"Cut", {}, {{7392, 0, 0}}, {}, {}}}, 1};
+    EXPECT_TRUE(is_refused(bytes_of(snapshot)));
 }
 
 }  // namespace
