@@ -200,11 +200,12 @@ TEST_F(EditingKeys, a_character_that_is_no_tag_leaves_the_tag_as_it_is) {
     EXPECT_EQ(cell(7, 1), "OLD");
 }
 
-TEST_F(EditingKeys, escape_closes_with_the_text_kept_and_the_focus_in_the_grid) {
+TEST_F(EditingKeys, escape_takes_back_what_was_typed_and_goes_to_the_grid) {
     for (const int col : {1, 2, 3, 4}) {
+        const std::string text = cell(7, col);
         open(7, col);
         if (col <= 2) type("12");
-        const std::string text = cell(7, col);
+        if (col > 2) key(Qt::Key_Down);
         key(Qt::Key_Escape);
         EXPECT_EQ(open_overlay(), "none");
         EXPECT_EQ(focused(), "MSFlexGrid1");
@@ -212,8 +213,6 @@ TEST_F(EditingKeys, escape_closes_with_the_text_kept_and_the_focus_in_the_grid) 
         key(Qt::Key_Down);
         EXPECT_THAT(current(), Pair(8, col));
     }
-    EXPECT_EQ(cell(7, 1), "12");
-    EXPECT_EQ(cell(7, 2), "12.00000");
 }
 
 TEST_F(EditingKeys, a_cell_that_is_partly_in_sight_is_scrolled_into_it_when_it_is_opened) {
