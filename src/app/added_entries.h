@@ -7,6 +7,10 @@
 namespace memwright {
 
 struct AddedEntries {
+    // File
+    MenuEntry new_table{"NewEntry", "&New", {"Ctrl+N"}};
+    MenuChoice recent{"RecentMenu", "Open &Recent"};
+
     // Edit Channels
     MenuEntry undo{"UndoEntry", "&Undo", {"Ctrl+Z"}};
     MenuEntry redo{"RedoEntry", "&Redo", {"Ctrl+Shift+Z", "Ctrl+Y"}};

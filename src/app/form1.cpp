@@ -67,8 +67,8 @@ Form1::Form1() {
 std::vector<Form1::Menu> Form1::menus() {
     return {
         {mnuFile,
-         {&mnuOpen, &mnuSaveOnly, &mnuSave, &mnuSep1, &mnuImport, &mnuExport, &mnusepa, &mnuPrint,
-          &mnusepq, &mnuexit}},
+         {&added.new_table, &mnuOpen, &added.recent, &mnuSaveOnly, &mnuSave, &mnuSep1, &mnuImport,
+          &mnuExport, &mnusepa, &mnuPrint, &mnusepq, &mnuexit}},
         {mnuEdit, {&added.undo, &added.redo, &added.line_below_undo, &mnuCut, &mnuCopy, &mnuPaste}},
         {mnuOptions, {&mnuPort, &mnuShwDbg}},
         {mnuVR120Settings, {&mnuMiscSettings, &mnuSearchBandMem}},

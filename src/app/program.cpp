@@ -26,7 +26,10 @@ Program::Program(Platform platform, ComPorts& ports)
                 [this](const std::string& text) { notices.add({.text = text}); }),
       undo_({form, procedures_.editor, platform.cells, history_, procedures_.image_files,
              procedures_.clone_read},
-            events_, notices) {}
+            events_, notices),
+      new_table_({form, procedures_.table, procedures_.image_files}, platform.files,
+                 platform.folders.data, events_, notices),
+      recent_files_(form, procedures_.image_files, platform.files, platform.settings, events_) {}
 
 void Program::start() {
     events_.run("Start", [this] {

@@ -14,9 +14,11 @@
 #include "app/first_steps.h"
 #include "app/form1.h"
 #include "app/kept_images.h"
+#include "app/new_table.h"
 #include "app/notices.h"
 #include "app/platform.h"
 #include "app/procedures.h"
+#include "app/recent_files.h"
 #include "app/undo.h"
 #include "files/recovery.h"
 #include "table/edit_history.h"
@@ -70,6 +72,8 @@ class Program {
     KeptImages kept_images_;
     Recovery recovery_;
     Undo undo_;
+    NewTable new_table_;
+    RecentFiles recent_files_;
 
     std::vector<Connection> connections_;
 };

@@ -46,7 +46,8 @@ WindowState window_state_from_text(const std::string& text) {
 void Shell::Form_Load() {
     form_.caption.title =
         "Memwright v" + std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor);
-    form_.caption.caption = form_.caption.title + " - By the Memwright developers";
+    form_.caption.at_start = form_.caption.title + " - By the Memwright developers";
+    form_.caption.show_no_path();
     form_.Text1.read_only = true;
     form_.MSFlexGrid1.enabled = false;
     set_start_states();

@@ -96,6 +96,21 @@ std::vector<std::string> ImageArchive::names() const {
     return names;
 }
 
+std::optional<MemoryImage> ImageArchive::latest_of_a_radio() const {
+    for (const std::string& name : names_or_none()) {
+        if (is_set_aside(name)) continue;
+        try {
+            Bytes bytes(layout::kImageSize);
+            if (files_.open_input(path(name))->read(bytes) == bytes.size()) {
+                return MemoryImage(bytes);
+            }
+        } catch (const FileError&) {
+            // An earlier one does as well.
+        }
+    }
+    return std::nullopt;
+}
+
 bool ImageArchive::holds(const std::string& name, const MemoryImage& image) const {
     Bytes bytes(layout::kImageSize + 1);
     try {

@@ -4,6 +4,7 @@
 // file when they went ("set aside"), in the user's data folder, for the user alone to see. The last
 // 50 distinct ones of either are kept.
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,10 @@ class ImageArchive {
     // The same for a transfer, in whose way nothing may stand: what failed, "" if nothing did.
     std::string try_to_keep(const MemoryImage& image, const std::string& timestamp,
                             const std::string& what);
+
+    // The image that a radio was last known to hold: what it sent or was sent. Nothing if none was
+    // kept, or none can be read.
+    std::optional<MemoryImage> latest_of_a_radio() const;
 
     // The names of the images, the latest first.
     std::vector<std::string> names() const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 #include "base/error.h"
 #include "files/current_folder.h"
@@ -67,6 +68,18 @@ void ImageFiles::open(const std::string& path) {
         store_.set_image(old_image);
         throw;
     }
+    show_image_in_place_of(old_image, old_path);
+}
+
+void ImageFiles::begin_without_file(const MemoryImage& image) {
+    const std::string old_path = std::exchange(current_path_, "");
+    const MemoryImage old_image = store_.MemoryImage;
+    caption_.show_no_path();
+    store_.set_image(image);
+    show_image_in_place_of(old_image, old_path);
+}
+
+void ImageFiles::show_image_in_place_of(const MemoryImage& old_image, const std::string& old_path) {
     replaced(old_image, old_path);
     table_.ParseVR120Data();
     table_.SetChangeCheck();

@@ -62,9 +62,12 @@ class ImageFiles {
     // What image and table hold is in a file: one was opened, or it was saved.
     Signal<> in_a_file;
 
-    // What an opened file has taken the place of: the image, and the path of its file ("" if it had
-    // none).
+    // What an opened file, or an image without a file, has taken the place of: the image, and the
+    // path of its file ("" if it had none).
     Signal<const MemoryImage&, const std::string&> replaced;
+
+    // Goes on with an image that has no file: saving it asks for a name.
+    void begin_without_file(const MemoryImage& image);
 
     // Goes on with a file that another run of the program had open.
     void resume(const std::string& path);
@@ -78,6 +81,7 @@ class ImageFiles {
   private:
     bool is_kept_copy(const std::string& path) const;
     void open(const std::string& path);
+    void show_image_in_place_of(const MemoryImage& old_image, const std::string& old_path);
     void save_as();
     bool save_as_confirmed(const std::string& path);
     void write(const std::string& path);

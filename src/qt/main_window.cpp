@@ -102,6 +102,8 @@ void MainWindow::create_buttons() {
         button->setToolTip(description.tip);
         button->setIcon(description.icon);
         button->setAutoDefault(false);
+        // What can only be read comes last.
+        setTabOrder(button, findChild<QPlainTextEdit*>("Text1"));
     }
 }
 

@@ -22,7 +22,9 @@ struct Menu {
 
 const std::vector<Menu> kMenus = {
     {{"mnuFile", "&File", true},
-     {{"mnuOpen", "&Open", true},
+     {{"NewEntry", "&New", true},
+      {"mnuOpen", "&Open", true},
+      {"RecentMenu", "Open &Recent", false},
       {"mnuSaveOnly", "&Save", false},
       {"mnuSave", "Save &As...", false},
       {"mnuSep1", "-", true},
@@ -80,7 +82,9 @@ class Menus : public StartedWindowTest {
         for (int i = 0; i < actions.size(); ++i) {
             const Entry& entry = entries[static_cast<std::size_t>(i)];
             const QAction& action = *actions[i];
-            EXPECT_EQ(qt::to_utf8(action.objectName()), entry.name);
+            const QObject* const shown_by = action.menu();
+            EXPECT_EQ(qt::to_utf8((shown_by == nullptr ? &action : shown_by)->objectName()),
+                      entry.name);
             const bool separator = std::string(entry.caption) == "-";
             EXPECT_EQ(action.isSeparator(), separator) << entry.name;
             if (separator) continue;
