@@ -81,11 +81,13 @@ void Binder::bind(TextBox& box) {
 }
 
 // An overlay that is hidden while it has the focus gives it back to the grid, or would have it when
-// its window becomes the active one again.
+// its window becomes the active one again. Whoever gives the focus back to it later, such as a menu
+// bar that was opened from it by keys, gives it to the grid, too.
 void Binder::bind_overlay_state(PlacedControl& control, QWidget& widget) {
     bind_place(control, widget);
     follow(control.visible, [&] {
         auto* const grid = form_.findChild<GridView*>();
+        widget.setFocusProxy(control.visible ? nullptr : grid);
         if (!control.visible && form_.focusWidget() == &widget) grid->setFocus();
         grid->set_editing(control.visible);
         widget.setVisible(control.visible);

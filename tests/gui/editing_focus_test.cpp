@@ -165,6 +165,30 @@ TEST_F(EditingFocus, a_shortcut_of_the_menu_bar_closes_the_overlay) {
     menu.hide();
 }
 
+TEST_F(EditingFocus, a_menu_that_is_opened_and_left_by_keys_gives_them_back_to_the_grid) {
+    const auto open_and_leave_menu = [this] {
+        key(Qt::Key_E, Qt::AltModifier);
+        auto& menu = widget<QMenu>("mnuEdit");
+        ASSERT_TRUE(wait_until([&] { return menu.isVisible(); }));
+        QTest::keyClick(&menu, Qt::Key_Escape);
+        ASSERT_TRUE(wait_until([&] { return !menu.isVisible(); }));
+        // Off the screen, a menu that closes leaves no window active.
+        window().activateWindow();
+        // The menu bar has the keys once more, with no menu open.
+        key(Qt::Key_Escape);
+        EXPECT_EQ(focused(), "MSFlexGrid1");
+    };
+    edit();
+    open_and_leave_menu();
+    key(Qt::Key_Down);
+    EXPECT_THAT(current(), Pair(4, 1));
+    edit_list();
+    open_and_leave_menu();
+    key(Qt::Key_Down);
+    EXPECT_THAT(current(), Pair(4, 3));
+    EXPECT_EQ(open_overlay(), "none");
+}
+
 TEST_F(EditingFocus, a_dialog_closes_the_overlay_and_gives_the_focus_to_the_grid) {
     edit();
     answering({press_key(Qt::Key_Escape)}, [&] { choose("mnuHelp", "mnuabout"); });
