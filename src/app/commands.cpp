@@ -5,6 +5,7 @@
 #include "app/dialogs.h"
 #include "app/frm_limit_search.h"
 #include "app/frm_misc_setting.h"
+#include "table/cell_rules.h"
 
 namespace memwright {
 
@@ -100,6 +101,9 @@ void Commands::connect_overlays() {
     ComboBox& list = form_.CboGrid;
     // What cannot fail and changes nothing is no event.
     text.key_press = [this](char& KeyAscii) { return do_.editor.TxtGrid_KeyPress(KeyAscii); };
+    text.pasted = list.pasted = [this](const std::string& pasted, const std::string& around) {
+        return cell_rules::pasted_text(form_.MSFlexGrid1.Col(), pasted, around);
+    };
     text.key_down = [this](Key key, bool shift) {
         bool used = false;
         events_.run("Move", [&] { used = do_.editor.TxtGrid_KeyDown(key, shift); });

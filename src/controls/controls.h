@@ -103,6 +103,9 @@ struct TextBox : PlacedControl {
     std::function<bool(Key, bool shift)> key_down;
     // A typed character, which may be changed; false if it is to be dropped.
     std::function<bool(char& KeyAscii)> key_press;
+
+    // What of a text that is inserted as a whole goes in, beside the text around it; empty if all.
+    std::function<std::string(const std::string& text, const std::string& around)> pasted;
 };
 
 // A drop-down list. Its text need not be one of the items.
@@ -115,8 +118,10 @@ struct ComboBox : PlacedControl {
     Signal<> picked;  // an item was chosen
     Signal<> focus_wanted;
     Signal<> focus_lost;
-    Signal<> escaped;                               // as of a text box
-    std::function<bool(Key, bool shift)> key_down;  // as of a text box
+    // As of a text box.
+    Signal<> escaped;
+    std::function<bool(Key, bool shift)> key_down;
+    std::function<std::string(const std::string& text, const std::string& around)> pasted;
 };
 
 struct ProgressBar : PlacedControl {

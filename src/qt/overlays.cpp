@@ -80,13 +80,16 @@ bool is_used(const Box& box, const QKeyEvent& event) {
 
 }  // namespace
 
-CellTextBox::CellTextBox(QWidget* parent) : QLineEdit(parent) {
+CellTextBox::CellTextBox(QWidget* parent) : CellLine(parent) {
     setFrame(false);
     connect(this, &QLineEdit::textEdited, this, [this] { tell_text(); });
 }
 
 void CellTextBox::show_control(TextBox& box) {
     box_ = &box;
+    pasted = [this](const std::string& text, const std::string& around) {
+        return box_->pasted ? box_->pasted(text, around) : text;
+    };
     connections_.push_back(box.text.changed.connect([this] { show_text(); }));
     connections_.push_back(box.focus_wanted.connect([this] {
         setFocus();
@@ -133,13 +136,13 @@ void CellTextBox::keyPressEvent(QKeyEvent* event) {
         box_->escaped();
         box_->visible = false;
     } else if (!type(*event)) {
-        QLineEdit::keyPressEvent(event);
+        CellLine::keyPressEvent(event);
     }
 }
 
 // True if the event was a typed character, which then went through the filter.
 bool CellTextBox::type(QKeyEvent& event) {
-    const QString typed = event.text();
+    const QString typed = typed_text(event);
     const auto commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
     // AltGr is Ctrl and Alt at once on some systems, and types characters.
     const bool command = (event.modifiers() & commands) != 0 &&
@@ -193,13 +196,17 @@ void CellTextBox::wheelEvent(QWheelEvent* event) { turn_over_grid(*this, *event)
 
 CellComboBox::CellComboBox(QWidget* parent) : QComboBox(parent) {
     setFrame(false);
-    setEditable(true);
+    setLineEdit(new CellLine);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
 }
 
 void CellComboBox::show_control(ComboBox& box) {
     box_ = &box;
+    static_cast<CellLine*>(lineEdit())->pasted = [this](const std::string& text,
+                                                        const std::string& around) {
+        return box_->pasted ? box_->pasted(text, around) : text;
+    };
     connections_.push_back(box.items.changed.connect([this] { show_items(); }));
     connections_.push_back(box.text.changed.connect([this] { show_items(); }));
     connections_.push_back(box.focus_wanted.connect([this] {

@@ -4,14 +4,14 @@
 // filters, and every change is told at once. Their texts are in the radio's character set.
 
 #include <QComboBox>
-#include <QLineEdit>
 #include <vector>
 
 #include "controls/controls.h"
+#include "qt/cell_line.h"
 
 namespace memwright::qt {
 
-class CellTextBox final : public QLineEdit {
+class CellTextBox final : public CellLine {
   public:
     explicit CellTextBox(QWidget* parent);
 

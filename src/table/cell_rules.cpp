@@ -1,5 +1,6 @@
 #include "table/cell_rules.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/number_text.h"
@@ -28,6 +29,12 @@ constexpr Default kOfCopied[] = {
 
 bool is_number(int col) { return col == kFreq || col == kShift; }
 
+bool is_control(char character) {
+    constexpr unsigned char kFirstPrintable = 32, kDelete = 127;
+    const auto code = static_cast<unsigned char>(character);
+    return code < kFirstPrintable || code == kDelete;
+}
+
 bool takes_in_tag(char& character) {
     if (character >= 'a' && character <= 'z') {
         character = static_cast<char>(character - 'a' + 'A');
@@ -35,6 +42,26 @@ bool takes_in_tag(char& character) {
     const bool letter = character >= 'A' && character <= 'Z';
     return letter || is_digit(character) || character == kBackspace ||
            std::string_view(" ()*+-/").find(character) != std::string_view::npos;
+}
+
+// A tab ends a cell, as a line end does, where a table is copied from.
+std::string_view first_cell(std::string_view text) {
+    constexpr std::string_view kEnds("\t\n\v\f\r\0", 6), kBlanks = " \xA0";
+    text = text.substr(0, text.find_first_of(kEnds));
+    const auto first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+// With a point for the decimal comma. Where there are points and commas, those that come first
+// divide thousands.
+std::string with_point(std::string text) {
+    const auto first = text.find_first_of(".,");
+    if (first == std::string::npos) return text;
+    const char mark = text[first];
+    if (text.find(mark == '.' ? ',' : '.') != std::string::npos) std::erase(text, mark);
+    std::ranges::replace(text, ',', '.');
+    return text;
 }
 
 void add(MSFlexGrid& grid, int row, std::span<const Default> defaults) {
@@ -53,6 +80,16 @@ bool takes(int col, std::string_view text, char& character) {
     if (!is_number(col)) return true;
     if (character == '.') return text.find('.') == std::string_view::npos;
     return is_digit(character) || character == kBackspace;
+}
+
+std::string pasted_text(int col, std::string_view text, std::string_view around) {
+    std::string given(first_cell(text));
+    if (is_number(col)) given = with_point(std::move(given));
+    std::string whole(around);
+    for (char character : given) {
+        if (!is_control(character) && takes(col, whole, character)) whole += character;
+    }
+    return whole.substr(around.size());
 }
 
 std::string kept_text(int col, std::string text) {

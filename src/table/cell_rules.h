@@ -24,6 +24,11 @@ std::size_t most_characters(int col);
 // counts as a character.
 bool takes(int col, std::string_view text, char& character);
 
+// What of a text that is not typed but inserted as a whole (pasted, dropped) goes into a cell,
+// where `around` stands around it: its first line up to a tab, without the blanks at its ends, as
+// far as the column takes it. In numbers a decimal comma is a point.
+std::string pasted_text(int col, std::string_view text, std::string_view around = {});
+
 // What of a text stays in the box that it is typed into.
 std::string kept_text(int col, std::string text);
 

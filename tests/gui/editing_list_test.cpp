@@ -168,13 +168,16 @@ TEST_F(EditingList, what_is_typed_is_in_the_cell_at_once_and_not_completed) {
 
 TEST_F(EditingList, what_is_pasted_dropped_or_committed_is_in_the_cell_too) {
     open_with(3, "NFM");
-    paste("pasted text");
+    paste(" pasted text\n");
     EXPECT_EQ(cell(5, 3), "pasted text");
     list().lineEdit()->selectAll();
     commit("committed");
     EXPECT_EQ(cell(5, 3), "committed");
+    list().lineEdit()->selectAll();
+    paste("AM\r\n");
+    EXPECT_EQ(cell(5, 3), "AM");
     open_with(4, "");
-    drop(*list().lineEdit(), "On");
+    drop(*list().lineEdit(), "On\tOff");
     EXPECT_EQ(cell(5, 4), "On");
 }
 

@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
 
@@ -123,19 +125,59 @@ TEST_F(Editing, alt_gr_types_and_control_does_not) {
     EXPECT_EQ(cell(kEmptyRow, 1), "/");
 }
 
-TEST_F(Editing, what_is_pasted_is_not_filtered_but_cut_to_six_in_a_tag) {
+TEST_F(Editing, what_is_pasted_is_one_cell_of_what_the_column_takes) {
     open(kEmptyRow, 1);
-    paste("lower");
-    EXPECT_EQ(cell(kEmptyRow, 1), "lower");
+    paste("ABC\r\nDEF");
+    EXPECT_EQ(text(), "ABC");
+    EXPECT_EQ(cell(kEmptyRow, 1), "ABC");
     box().selectAll();
-    paste(QString::fromUtf8("caf\xC3\xA9#1234567"));
-    EXPECT_EQ(text(), "caf\xC3\xA9#1");
-    EXPECT_EQ(cell(kEmptyRow, 1), "caf\xC3\xA9#1");
+    paste(QString::fromUtf8(" caf\xC3\xA9#1234567"));
+    EXPECT_EQ(text(), "CAF123");
+    EXPECT_EQ(cell(kEmptyRow, 1), "CAF123");
+    open(kEmptyRow, 2);
+    paste(" 145,5\t");
+    EXPECT_EQ(text(), "145.5");
+    EXPECT_EQ(cell(kEmptyRow, 2), "145.50000");
+    EXPECT_EQ(cell(kEmptyRow, 3), "NFM");
+}
+
+TEST_F(Editing, what_is_pasted_into_a_text_meets_the_rules_with_what_stands_around_it) {
+    open(kEmptyRow, 2);
+    type("145.5");
+    key(Qt::Key_Home);
+    paste("1.2");
+    EXPECT_EQ(text(), "12145.5");
+    // The point goes with what is replaced.
+    box().selectAll();
+    paste("99,9");
+    EXPECT_EQ(text(), "99.9");
+    EXPECT_EQ(cell(kEmptyRow, 2), "99.90000");
+}
+
+TEST_F(Editing, a_paste_of_which_nothing_is_taken_leaves_the_selected_text) {
+    set_cell(kEmptyRow, 1, "OLD");
+    open(kEmptyRow, 1);
+    for (const char* const nothing : {"#", "\n", "", "\tABC"}) {
+        paste(nothing);
+        EXPECT_EQ(box().selectedText(), "OLD");
+        EXPECT_EQ(cell(kEmptyRow, 1), "OLD");
+    }
+}
+
+TEST_F(Editing, what_is_pasted_from_the_text_boxs_menu_obeys_the_same_rules) {
+    QGuiApplication::clipboard()->setText("abc\n");
+    open(kEmptyRow, 1);
+    const QPoint middle = box().rect().center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, middle, box().mapToGlobal(middle));
+    QCoreApplication::sendEvent(&box(), &event);
+    ASSERT_TRUE(wait_until([] { return QApplication::activePopupWidget() != nullptr; }));
+    QTest::keyClick(QApplication::activePopupWidget(), 'P');
+    EXPECT_EQ(cell(kEmptyRow, 1), "ABC");
 }
 
 TEST_F(Editing, a_long_paste_into_a_frequency_is_ten_characters_and_formatted) {
     open(kEmptyRow, 2);
-    paste("145.123456789");
+    paste("  145.123456789");
     EXPECT_EQ(text(), "145.123456");
     EXPECT_EQ(cell(kEmptyRow, 2).substr(0, 7), "145.123");
     EXPECT_EQ(cell(kEmptyRow, 2).size(), 9U);
@@ -147,29 +189,54 @@ TEST_F(Editing, a_character_that_the_radio_lacks_is_shown_as_what_is_stored) {
     paste(
         QString::fromUtf8("A\xE6\x97\xA5"
                           "B"));
-    EXPECT_EQ(text(), cell(kEmptyRow, 1));
-    EXPECT_EQ(cell(kEmptyRow, 1).front(), 'A');
-    EXPECT_EQ(cell(kEmptyRow, 1).back(), 'B');
+    EXPECT_EQ(text(), "AB");
+    EXPECT_EQ(cell(kEmptyRow, 1), "AB");
 }
 
 TEST_F(Editing, a_huge_paste_is_taken_at_once) {
     open(kEmptyRow, 1);
     const QSignalSpy changes(grid().model(), &QAbstractItemModel::dataChanged);
     paste(QString(100'000, 'x') + "\n" + QString(100'000, 'y'));
-    EXPECT_EQ(cell(kEmptyRow, 1), "xxxxxx");
-    EXPECT_EQ(text(), "xxxxxx");
+    EXPECT_EQ(cell(kEmptyRow, 1), "XXXXXX");
+    EXPECT_EQ(text(), "XXXXXX");
     EXPECT_LE(changes.size(), 2);
 }
 
 TEST_F(Editing, a_drop_obeys_the_same_rules) {
     open(kEmptyRow, 1);
-    drop(box(), "dropped text");
-    EXPECT_EQ(cell(kEmptyRow, 1), "droppe");
-    EXPECT_EQ(text(), "droppe");
+    drop(box(), "dropped\ntext");
+    EXPECT_EQ(cell(kEmptyRow, 1), "DROPPE");
+    EXPECT_EQ(text(), "DROPPE");
     open(kEmptyRow, 2);
-    drop(box(), "88.3");
+    drop(box(), " 88,3");
+    EXPECT_EQ(text(), "88.3");
     EXPECT_EQ(cell(kEmptyRow, 2), "88.30000");
     EXPECT_EQ(cell(kEmptyRow, 4), "Off");
+    drop(box(), ".#");
+    EXPECT_EQ(text(), "88.3");
+}
+
+TEST_F(Editing, the_number_pads_decimal_key_is_a_point_in_every_layout) {
+    open(kEmptyRow, 2);
+    const auto press_decimal_key = [](Qt::KeyboardModifiers modifiers) {
+        QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_Comma, ",",
+                            modifiers);
+    };
+    type("145");
+    press_decimal_key(Qt::NoModifier);
+    EXPECT_EQ(text(), "145");
+    press_decimal_key(Qt::KeypadModifier);
+    type("5");
+    EXPECT_EQ(text(), "145.5");
+    // As the first key on a cell too.
+    key(Qt::Key_Escape);
+    set_current(kEmptyRow + 1, 2);
+    press_decimal_key(Qt::KeypadModifier);
+    EXPECT_EQ(text(), ".");
+    set_current(kEmptyRow, 3);
+    form().MSFlexGrid1.double_clicked();
+    press_decimal_key(Qt::KeypadModifier);
+    EXPECT_EQ(cell(kEmptyRow, 3), ".");
 }
 
 TEST_F(Editing, what_an_input_method_commits_is_filtered_as_it_is_when_typed) {

@@ -55,6 +55,72 @@ TEST(CellRules, texts_are_edited_in_five_columns_and_have_a_limit_in_two) {
     }
 }
 
+struct Pasted {
+    int col;
+    std::string given;
+    std::string around;
+    std::string taken;
+};
+
+const std::vector<Pasted> kPasted = {
+    // The first line, up to a tab, without the blanks at its ends.
+    {kTag, "ABC\n", "", "ABC"},
+    {kTag, "ABC\r\nDEF", "", "ABC"},
+    {kTag, "ABC\tDEF", "", "ABC"},
+    {kTag, "  A B  ", "", "A B"},
+    {kTag, "\tABC", "", ""},
+    {kTag, "\nABC", "", ""},
+    {kMode, "AM\n", "", "AM"},
+    {kMode, " AM ", "", "AM"},
+    {kMode,
+     "\xA0"
+     "AM\xA0",
+     "", "AM"},
+    {kFreq, " 145.5", "", "145.5"},
+    {kFreq, "145.5\r", "", "145.5"},
+    {kNameless, std::string("a\0b", 3), "", "a"},
+    // As far as the column takes it.
+    {kTag, "abc", "", "ABC"},
+    {kTag, "caf\xE9#12", "", "CAF12"},
+    {kTag, "a\bb", "", "AB"},
+    {kMode, "A\x1BM\x7F", "", "AM"},
+    {kTag, "ABCDEFGH", "", "ABCDEFGH"},
+    {kTag, "1,5.5", "", "155"},
+    {kFreq, "145.5 MHz", "", "145.5"},
+    {kFreq, "-145e6", "", "1456"},
+    {kFreq, "145.5.5", "", "145.55"},
+    {kFreq, "abc", "", ""},
+    {kFreq, "", "", ""},
+    {kShift, "000600", "", "000600"},
+    {kMode, "a, b.c", "", "a, b.c"},
+    {kTone, "67,0", "", "67,0"},
+    {kNameless, "x,\xE9#", "", "x,\xE9#"},
+    // A decimal comma.
+    {kFreq, "145,5", "", "145.5"},
+    {kShift, "0,6", "", "0.6"},
+    {kFreq, ",5", "", ".5"},
+    {kFreq, "1,299.5", "", "1299.5"},
+    {kFreq, "1.299,5", "", "1299.5"},
+    {kFreq, "145,5,5", "", "145.55"},
+    // Beside a point there is no second one.
+    {kFreq, "5.5", "145.", "55"},
+    {kFreq, "5,5", "14.", "55"},
+    {kFreq, "5.5", "145", "5.5"},
+    {kTag, "A.", ".", "A"},
+};
+
+TEST(CellRules, a_pasted_text_is_one_cell_of_what_the_column_takes) {
+    for (const auto& [col, given, around, taken] : kPasted) {
+        EXPECT_EQ(cell_rules::pasted_text(col, given, around), taken)
+            << col << ": " << given << " beside " << around;
+    }
+}
+
+TEST(CellRules, a_huge_pasted_text_is_taken_at_once) {
+    EXPECT_EQ(cell_rules::pasted_text(kTag, std::string(100'000, 'x')).size(), 100'000U);
+    EXPECT_EQ(cell_rules::pasted_text(kFreq, std::string(100'000, '.') + "5"), ".5");
+}
+
 TEST(CellRules, a_label_is_cut_to_six_characters_and_nothing_else_is) {
     EXPECT_EQ(cell_rules::kept_text(kTag, "caf\xE9 #12"), "caf\xE9 #");
     EXPECT_EQ(cell_rules::cell_text(kTag, "caf\xE9 #12"), "caf\xE9 #");
