@@ -4,8 +4,10 @@
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QScopedValueRollback>
 
 #include "qt/core/text.h"
 
@@ -34,6 +36,7 @@ QString CellLine::taken(const QString& given, const QString& around) const {
 void CellLine::paste_from(QClipboard::Mode place) {
     const QString around = text().remove(selectionStart(), selectedText().size());
     const QString pasting = taken(QGuiApplication::clipboard()->text(place), around);
+    const QScopedValueRollback inserts(inserting_, true);
     if (!pasting.isEmpty()) insert(pasting);
 }
 
@@ -44,12 +47,18 @@ void CellLine::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const QString typed = typed_text(*event);
+    const QScopedValueRollback inserts(inserting_, !typed.isEmpty() && typed.front().isPrint());
     if (typed == event->text()) {
         QLineEdit::keyPressEvent(event);
         return;
     }
     QKeyEvent changed(event->type(), event->key(), event->modifiers(), typed);
     QLineEdit::keyPressEvent(&changed);
+}
+
+void CellLine::inputMethodEvent(QInputMethodEvent* event) {
+    const QScopedValueRollback inserts(inserting_, !event->commitString().isEmpty());
+    QLineEdit::inputMethodEvent(event);
 }
 
 void CellLine::mouseReleaseEvent(QMouseEvent* event) {
@@ -80,6 +89,7 @@ void CellLine::dropEvent(QDropEvent* event) {
     kept.setText(taken(event->mimeData()->text(), text()));
     QDropEvent drop(event->position(), event->possibleActions(), &kept, event->buttons(),
                     event->modifiers());
+    const QScopedValueRollback inserts(inserting_, true);
     QLineEdit::dropEvent(&drop);
     event->setDropAction(drop.dropAction());
     event->setAccepted(drop.isAccepted());

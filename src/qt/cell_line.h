@@ -22,8 +22,12 @@ class CellLine : public QLineEdit {
     // What of a text goes in, beside the text around it.
     std::function<std::string(const std::string& text, const std::string& around)> pasted;
 
+    // Whether the change that is told just now puts something in; it may replace something.
+    bool inserting() const { return inserting_; }
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -31,6 +35,8 @@ class CellLine : public QLineEdit {
   private:
     QString taken(const QString& given, const QString& around) const;
     void paste_from(QClipboard::Mode place);
+
+    bool inserting_ = false;
 };
 
 }  // namespace memwright::qt

@@ -8,6 +8,7 @@
 
 #include "qt/core/text.h"
 #include "qt/grid_view.h"
+#include "table/choice_lists.h"
 
 namespace memwright::qt {
 namespace {
@@ -194,33 +195,48 @@ void CellTextBox::focusOutEvent(QFocusEvent* event) {
 
 void CellTextBox::wheelEvent(QWheelEvent* event) { turn_over_grid(*this, *event); }
 
-CellComboBox::CellComboBox(QWidget* parent) : QComboBox(parent) {
+CellComboBox::CellComboBox(QWidget* parent) : QComboBox(parent), line_(new CellLine) {
     setFrame(false);
-    setLineEdit(new CellLine);
+    setLineEdit(line_);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
 }
 
 void CellComboBox::show_control(ComboBox& box) {
     box_ = &box;
-    static_cast<CellLine*>(lineEdit())->pasted = [this](const std::string& text,
-                                                        const std::string& around) {
+    line_->pasted = [this](const std::string& text, const std::string& around) {
         return box_->pasted ? box_->pasted(text, around) : text;
     };
     connections_.push_back(box.items.changed.connect([this] { show_items(); }));
     connections_.push_back(box.text.changed.connect([this] { show_items(); }));
     connections_.push_back(box.focus_wanted.connect([this] {
         setFocus();
-        lineEdit()->selectAll();
+        line_->selectAll();
     }));
-    connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& typed) {
-        box_->text = to_radio(typed);
-        box_->edited();
-    });
-    connect(this, &QComboBox::activated, this, [this](int index) {
-        box_->text = to_radio(itemText(index));
-        box_->picked();
-    });
+    connect(line_, &QLineEdit::textEdited, this, &CellComboBox::take_typed);
+    connect(this, &QComboBox::activated, this, &CellComboBox::pick);
+}
+
+// What is typed at the end is completed in the list's own spelling, which a completer of Qt leaves
+// as it was typed. What was completed is selected: the next character replaces it.
+void CellComboBox::take_typed(const QString& typed) {
+    const auto length = static_cast<int>(typed.size());
+    std::string text = to_radio(typed);
+    const bool completes = line_->inserting() && line_->cursorPosition() == length;
+    const std::string choice = completes ? completed(box_->items, text) : "";
+    box_->text = choice.empty() ? std::move(text) : choice;
+    show_items();
+    if (!choice.empty()) {
+        const auto whole = static_cast<int>(choice.size());
+        line_->setSelection(whole, length - whole);
+    }
+    box_->edited();
+}
+
+void CellComboBox::pick(int index) {
+    box_->text = to_radio(itemText(index));
+    box_->picked();
+    line_->selectAll();
 }
 
 void CellComboBox::show_items() {
@@ -233,7 +249,7 @@ void CellComboBox::show_items() {
         for (const std::string& item : items) addItem(from_radio(item));
     }
     setCurrentIndex(findText(shown, Qt::MatchFixedString | Qt::MatchCaseSensitive));
-    if (lineEdit()->text() != shown) setEditText(shown);
+    if (line_->text() != shown) setEditText(shown);
 }
 
 bool CellComboBox::event(QEvent* event) {
@@ -245,10 +261,36 @@ bool CellComboBox::event(QEvent* event) {
     return QComboBox::event(event);
 }
 
+// The opened list shows itself in a window of its own, which gets the keys.
+void CellComboBox::showPopup() {
+    view()->installEventFilter(this);
+    QComboBox::showPopup();
+}
+
+// Tab in the opened list takes the choice that is highlighted and goes on from there.
+bool CellComboBox::eventFilter(QObject* watched, QEvent* event) {
+    if (!is_tab(*event)) return QComboBox::eventFilter(watched, event);
+    const QModelIndex highlighted = view()->currentIndex();
+    hidePopup();
+    // In a list without a choice the first one is where the keys are, and does not look so.
+    if (view()->selectionModel()->isSelected(highlighted)) pick(highlighted.row());
+    is_used(*box_, static_cast<const QKeyEvent&>(*event));
+    return true;
+}
+
+// No choice is typed on with a blank where the text is one, nothing, or about to be replaced.
+bool CellComboBox::opens_by_space() const {
+    const QString text = line_->text();
+    return text == line_->selectedText() || findText(text, Qt::MatchExactly) >= 0;
+}
+
 void CellComboBox::keyPressEvent(QKeyEvent* event) {
     event->accept();
     if (key_of(*event) == Key::tab) {
         is_used(*box_, *event);
+    } else if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier &&
+               opens_by_space()) {
+        showPopup();
     } else if (event->key() == Qt::Key_Escape) {
         box_->escaped();
         box_->visible = false;

@@ -39,16 +39,22 @@ class CellComboBox final : public QComboBox {
     explicit CellComboBox(QWidget* parent);
 
     void show_control(ComboBox& box);
+    void showPopup() override;
 
   protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
   private:
     void show_items();
+    void take_typed(const QString& typed);
+    void pick(int index);
+    bool opens_by_space() const;
 
+    CellLine* line_;
     ComboBox* box_ = nullptr;
     std::vector<Connection> connections_;
 };

@@ -1,5 +1,6 @@
 #include "table/choice_lists.h"
 
+#include <algorithm>
 #include <map>
 
 #include "table/columns.h"
@@ -35,12 +36,33 @@ const Lists kLists = {
     {columns::kTransmitPower, {"L1", "L2", "L3", "MAX"}},
     {columns::kDeviation, {"NORM", "HALF"}}};
 
+char capital(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
+                                                : character;
+}
+
+bool begins(std::string_view text, std::string_view beginning) {
+    return text.size() >= beginning.size() &&
+           std::ranges::equal(text.substr(0, beginning.size()), beginning, {}, capital, capital);
+}
+
 }  // namespace
 
 const std::vector<std::string>& choices_of(int column) {
     static const std::vector<std::string> kNone;
     const auto list = kLists.find(column);
     return list == kLists.end() ? kNone : list->second;
+}
+
+std::string completed(const std::vector<std::string>& choices, std::string_view typed) {
+    if (typed.empty()) return {};
+    const std::string* found = nullptr;
+    for (const std::string& choice : choices) {
+        if (!begins(choice, typed)) continue;
+        if (choice.size() == typed.size()) return choice;
+        if (found == nullptr) found = &choice;
+    }
+    return found == nullptr ? std::string() : *found;
 }
 
 }  // namespace memwright

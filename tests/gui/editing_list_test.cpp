@@ -152,18 +152,129 @@ TEST_F(EditingList, left_right_home_end_and_enter_stay_in_the_cell) {
     }
 }
 
-TEST_F(EditingList, what_is_typed_is_in_the_cell_at_once_and_not_completed) {
+TEST_F(EditingList, the_beginning_of_a_choice_is_completed_and_the_rest_is_selected) {
     open_with(3, "NFM");
     type("w");
-    EXPECT_EQ(cell(5, 3), "w");
-    EXPECT_EQ(list_text(), "w");
-    type("x#");
-    EXPECT_EQ(cell(5, 3), "wx#");
-    key(Qt::Key_Backspace);
-    EXPECT_EQ(cell(5, 3), "wx");
+    EXPECT_EQ(list_text(), "WFM");
+    EXPECT_EQ(list().lineEdit()->selectedText(), "FM");
+    EXPECT_EQ(list().currentIndex(), 1);
+    EXPECT_EQ(cell(5, 3), "WFM");
+    type("f");
+    EXPECT_EQ(list().lineEdit()->selectedText(), "M");
+    type("m");
+    EXPECT_EQ(list_text(), "WFM");
+    EXPECT_FALSE(list().lineEdit()->hasSelectedText());
+    EXPECT_EQ(cell(5, 3), "WFM");
+    open_with(4, "On");
+    type("o");
+    EXPECT_EQ(cell(5, 4), "Off");
+    type("n");
+    EXPECT_EQ(list_text(), "On");
+    EXPECT_EQ(cell(5, 4), "On");
+    // What is in the cell already is shown whole again.
+    list().lineEdit()->selectAll();
+    type("on");
+    EXPECT_EQ(list_text(), "On");
     key(Qt::Key_Tab);
-    EXPECT_EQ(cell(5, 3), "wx");
+    EXPECT_EQ(cell(5, 4), "On");
+}
+
+TEST_F(EditingList, what_begins_no_choice_is_in_the_cell_as_it_is_typed) {
+    open_with(3, "NFM");
+    type("xw#");
+    EXPECT_EQ(cell(5, 3), "xw#");
+    EXPECT_EQ(list_text(), "xw#");
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(cell(5, 3), "xw");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(cell(5, 3), "xw");
     EXPECT_THAT(current(), Pair(5, 4));
+}
+
+TEST_F(EditingList, backspace_and_delete_take_away_what_was_completed_and_bring_nothing_back) {
+    open_with(3, "NFM");
+    type("w");
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(list_text(), "W");
+    EXPECT_EQ(cell(5, 3), "W");
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(cell(5, 3), "");
+    type("a");
+    EXPECT_EQ(cell(5, 3), "AM");
+    key(Qt::Key_Delete);
+    EXPECT_EQ(list_text(), "A");
+    EXPECT_EQ(cell(5, 3), "A");
+    key(Qt::Key_Home);
+    type("w");
+    EXPECT_EQ(cell(5, 3), "wA") << "only what is typed at the end is completed";
+}
+
+TEST_F(EditingList, a_choice_that_was_picked_is_selected_so_that_typing_replaces_it) {
+    open_with(3, "NFM");
+    key(Qt::Key_Down);
+    EXPECT_EQ(list().lineEdit()->selectedText(), "WFM");
+    type("am");
+    EXPECT_EQ(cell(5, 3), "AM");
+    open_popup();
+    pick(0);
+    EXPECT_EQ(list().lineEdit()->selectedText(), "NFM");
+}
+
+TEST_F(EditingList, space_opens_the_list_where_it_is_no_part_of_a_text) {
+    const auto expect_opened = [&](const std::string& text) {
+        type(" ");
+        EXPECT_TRUE(wait_until([&] { return list().view()->isVisible(); }));
+        EXPECT_EQ(cell(5, 3), text);
+        list().hidePopup();
+        window().activateWindow();
+    };
+    open_with(3, "NFM");
+    expect_opened("NFM");
+    key(Qt::Key_Down);
+    expect_opened("WFM");
+    key(Qt::Key_End);
+    expect_opened("WFM");
+    key(Qt::Key_Escape);
+    open_with(3, "");
+    expect_opened("");
+    key(Qt::Key_Escape);
+    open_with(3, "XYZ");
+    expect_opened("XYZ");
+    key(Qt::Key_End);
+    type(" ");
+    EXPECT_FALSE(list().view()->isVisible());
+    EXPECT_EQ(cell(5, 3), "XYZ ");
+}
+
+TEST_F(EditingList, tab_in_the_opened_list_takes_the_highlighted_choice_and_goes_on) {
+    const auto open_and_highlight_next = [&] {
+        open_popup();
+        QTest::keyClick(list().view(), Qt::Key_Down);
+    };
+    open_with(3, "NFM");
+    open_and_highlight_next();
+    QTest::keyClick(list().view(), Qt::Key_Tab);
+    EXPECT_FALSE(list().view()->isVisible());
+    EXPECT_EQ(cell(5, 3), "WFM");
+    EXPECT_THAT(current(), Pair(5, 4));
+    EXPECT_EQ(open_overlay(), "CboGrid");
+    EXPECT_EQ(list_text(), cell(5, 4));
+    window().activateWindow();
+    EXPECT_EQ(focused(), "CboGrid");
+
+    open_with(4, "Off");
+    open_and_highlight_next();
+    QTest::keyClick(list().view(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(cell(5, 4), "On");
+    EXPECT_THAT(current(), Pair(5, 3));
+}
+
+TEST_F(EditingList, tab_in_an_opened_list_without_a_highlighted_choice_only_goes_on) {
+    open_with(4, "");
+    open_popup();
+    QTest::keyClick(list().view(), Qt::Key_Tab);
+    EXPECT_EQ(cell(5, 4), "");
+    EXPECT_THAT(current(), Pair(6, 1));
 }
 
 TEST_F(EditingList, what_is_pasted_dropped_or_committed_is_in_the_cell_too) {
@@ -174,8 +285,11 @@ TEST_F(EditingList, what_is_pasted_dropped_or_committed_is_in_the_cell_too) {
     commit("committed");
     EXPECT_EQ(cell(5, 3), "committed");
     list().lineEdit()->selectAll();
-    paste("AM\r\n");
+    paste("am\r\n");
     EXPECT_EQ(cell(5, 3), "AM");
+    list().lineEdit()->selectAll();
+    commit("w");
+    EXPECT_EQ(cell(5, 3), "WFM");
     open_with(4, "");
     drop(*list().lineEdit(), "On\tOff");
     EXPECT_EQ(cell(5, 4), "On");

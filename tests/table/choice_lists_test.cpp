@@ -63,5 +63,25 @@ TEST(ChoiceLists, none_for_the_other_columns) {
     for (const int column : {-1, 0, 1, 2, 8, 14, 15}) EXPECT_THAT(choices_of(column), IsEmpty());
 }
 
+TEST(ChoiceLists, the_beginning_of_a_choice_is_completed_in_the_choices_own_spelling) {
+    struct Typed {
+        int col;
+        std::string text;
+        std::string shown;
+    };
+    const std::vector<Typed> all = {
+        {3, "w", "WFM"},      {3, "wf", "WFM"},      {3, "wfm", "WFM"}, {3, "N", "NFM"},
+        {3, "a", "AM"},       {3, "wfmx", ""},       {3, "fm", ""},     {3, "", ""},
+        {3, " w", ""},        {4, "o", "Off"},       {4, "on", "On"},   {4, "OF", "Off"},
+        {5, "1", "10 KHz"},   {5, "12", "12.5 KHz"}, {5, "9", "9 KHz"}, {5, "5 k", "5 KHz"},
+        {5, "50", "50 KHz"},  {5, "100", "100 KHz"}, {6, "t", "True"},  {7, "-", "-RPT"},
+        {10, "100", "100.0"}, {10, "10", "100.0"},   {11, "02", "023"}, {12, "l", "L1"},
+        {12, "l2", "L2"},     {1, "a", ""}};
+    for (const auto& [col, text, shown] : all) {
+        EXPECT_EQ(completed(choices_of(col), text), shown) << col << ": " << text;
+    }
+    EXPECT_EQ(completed({"LONGER", "LONG"}, "long"), "LONG");
+}
+
 }  // namespace
 }  // namespace memwright
