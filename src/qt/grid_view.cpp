@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -212,8 +213,10 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-        case Qt::Key_F2:
             grid_->double_clicked();
+            return;
+        case Qt::Key_F2:
+            open_behind_text();
             return;
         default:
             break;
@@ -232,6 +235,13 @@ QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
         setCurrentIndex(model()->index(grid_->Row() - 1, kFirstCol));
     }
     return QTableView::moveCursor(action, modifiers);
+}
+
+// To go on with a text instead of replacing it.
+void GridView::open_behind_text() {
+    grid_->double_clicked();
+    auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    if (line != nullptr) line->end(false);
 }
 
 // A character that is typed on a cell opens what edits it and is the first in it.

@@ -57,6 +57,7 @@ class GridView final : public QTableView, public CellPlaces {
     MouseCell cell_at(const QPoint& position) const;
     void press(const QMouseEvent& event, const QPoint& position);
     void release(const QMouseEvent& event, const QPoint& position);
+    void open_behind_text();
     void type_into_cell(QKeyEvent& event);
 
     MSFlexGrid* grid_ = nullptr;

@@ -130,7 +130,10 @@ void CellTextBox::keyPressEvent(QKeyEvent* event) {
     event->accept();
     box_->caret = static_cast<std::size_t>(cursorPosition());
     const Key key = key_of(*event);
-    const bool in_text = hasSelectedText() && (key == Key::left || key == Key::right);
+    // From a part of the text an arrow first takes the selection away. The whole of it is selected
+    // because it was just opened.
+    const bool part = hasSelectedText() && selectedText().size() < text().size();
+    const bool in_text = part && (key == Key::left || key == Key::right);
     if (!in_text && is_used(*box_, *event)) return;
     if (key == Key::tab) return;
     if (event->key() == Qt::Key_Escape) {

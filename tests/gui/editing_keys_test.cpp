@@ -120,16 +120,56 @@ TEST_F(EditingKeys, the_arrows_leave_the_text_only_at_its_ends) {
     expect_editing(5, 1);
 }
 
-TEST_F(EditingKeys, an_arrow_unselects_the_text_first) {
+TEST_F(EditingKeys, right_goes_on_at_once_from_a_tag_that_was_just_opened) {
     set_cell(5, 1, "AB");
     open(5, 1);
-    EXPECT_TRUE(box().hasSelectedText());
+    EXPECT_EQ(box().selectedText(), "AB");
+    key(Qt::Key_Right);
+    expect_editing(5, 2);
+    // From a frequency there is no going on.
+    set_cell(5, 2, "145.50000");
+    open(5, 2);
+    key(Qt::Key_Right);
+    expect_editing(5, 2);
+    EXPECT_FALSE(box().hasSelectedText());
+    EXPECT_EQ(box().cursorPosition(), 9);
+}
+
+TEST_F(EditingKeys, an_arrow_unselects_a_part_of_the_text_first) {
+    set_cell(5, 1, "ABC");
+    open(5, 1);
+    key(Qt::Key_Home);
+    key(Qt::Key_Right);
+    key(Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(box().selectedText(), "BC");
     key(Qt::Key_Right);
     expect_editing(5, 1);
     EXPECT_FALSE(box().hasSelectedText());
-    EXPECT_EQ(box().cursorPosition(), 2);
+    EXPECT_EQ(box().cursorPosition(), 3);
     key(Qt::Key_Right);
     expect_editing(5, 2);
+}
+
+TEST_F(EditingKeys, f2_puts_the_caret_behind_the_text_and_whatever_else_opens_it_selects_it) {
+    set_cell(7, 1, "AB");
+    set_cell(7, 2, "145.50000");
+    for (const int col : {1, 2}) {
+        const auto length = static_cast<int>(cell(7, col).size());
+        set_current(7, col);
+        key(Qt::Key_F2);
+        EXPECT_FALSE(box().hasSelectedText());
+        EXPECT_EQ(box().cursorPosition(), length);
+        key(Qt::Key_Escape);
+        key(Qt::Key_Return);
+        EXPECT_EQ(box().selectedText().size(), length);
+        key(Qt::Key_Escape);
+    }
+    set_current(7, 1);
+    key(Qt::Key_F2);
+    type("c");
+    EXPECT_EQ(cell(7, 1), "ABC");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(box().selectedText(), "145.50000");
 }
 
 TEST_F(EditingKeys, home_end_and_arrows_with_modifiers_act_in_the_text) {

@@ -72,7 +72,7 @@ TEST_F(SystemEditing, ten_channels_are_typed_moved_cut_pasted_and_saved) {
     start({path.string()});
     wait_for_caption(std::string(kTitle) + " - " + path.string());
 
-    keyboard.press("F2");
+    keyboard.press("Enter");
     for (const Channel& channel : kTyped) {
         for (const char* const text :
              {channel.tag, channel.frequency, channel.mode, channel.preference}) {

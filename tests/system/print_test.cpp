@@ -97,7 +97,7 @@ TEST_F(SystemPrintWithoutPrinter, enter_prints_all_rows_to_a_file_in_the_documen
 }
 
 TEST_F(SystemPrintWithoutPrinter, what_is_edited_is_what_is_printed) {
-    keyboard.press("F2");
+    keyboard.press("Enter");
     for (const char* const key : {"N", "E", "W", "Enter"}) keyboard.press(key);
     expect_eventually([&] { return cell(1, 1); }, testing::StrCaseEq("NEW"));
     print({"Enter"});
