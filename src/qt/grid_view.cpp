@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -80,7 +81,9 @@ void GridView::show_grid(MSFlexGrid& grid) {
     }));
     connections_.push_back(grid.marked_rows.changed.connect([this] { show_marks(); }));
     for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
-        connect(bar, &QScrollBar::valueChanged, this, [this] { grid_->scrolled(); });
+        connect(bar, &QScrollBar::valueChanged, this, [this] {
+            if (!scrolls_by_itself_) grid_->scrolled();
+        });
     }
     apply_sizes();
 }
@@ -118,7 +121,11 @@ void GridView::set_editing(bool on) {
     viewport()->update();
 }
 
-void GridView::show_cell() { scrollTo(currentIndex()); }
+bool GridView::show_cell() {
+    const QScopedValueRollback by_itself(scrolls_by_itself_, true);
+    scrollTo(currentIndex());
+    return viewport()->rect().contains(visualRect(currentIndex()));
+}
 
 void GridView::show_rows(const RowRange& rows) {
     const int col = std::max(currentIndex().column(), 1);
@@ -261,6 +268,12 @@ void GridView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void GridView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange && grid_ != nullptr) apply_sizes();
+}
+
+// A view that has become larger moves its last rows to its lower edge.
+void GridView::resizeEvent(QResizeEvent* event) {
+    const QScopedValueRollback by_itself(scrolls_by_itself_, true);
+    QTableView::resizeEvent(event);
 }
 
 void GridView::updateGeometries() {

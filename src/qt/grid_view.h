@@ -33,7 +33,7 @@ class GridView final : public QTableView, public CellPlaces {
     // While its cell is edited, the current cell is framed instead of filled.
     void set_editing(bool on);
 
-    void show_cell() override;
+    bool show_cell() override;
     Place current_cell() override;
     void show_rows(const RowRange& rows) override;
 
@@ -47,6 +47,7 @@ class GridView final : public QTableView, public CellPlaces {
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void updateGeometries() override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
 
@@ -64,6 +65,7 @@ class GridView final : public QTableView, public CellPlaces {
     CellDelegate* delegate_;
     CornerHeading* corner_;
     bool double_click_ = false;  // its second release is still to come
+    bool scrolls_by_itself_ = false;
     std::vector<Connection> connections_;
 };
 

@@ -49,7 +49,7 @@ void CellEditor::open_text() {
     TxtGrid_.text = grid_.Text();
     LoadingEditor_ = false;
     TxtGrid_.visible = true;
-    place_overlays();
+    lay_over_cell();
     TxtGrid_.focus_wanted();
 }
 
@@ -61,11 +61,20 @@ void CellEditor::open_list() {
     CboGrid_.text = grid_.Text();
     LoadingEditor_ = false;
     CboGrid_.visible = true;
-    place_overlays();
+    lay_over_cell();
     CboGrid_.focus_wanted();
 }
 
 void CellEditor::place_overlays() {
+    if (!TxtGrid_.visible && !CboGrid_.visible) return;
+    if (places_.show_cell()) {
+        lay_over_cell();
+    } else {
+        hide_overlays();
+    }
+}
+
+void CellEditor::lay_over_cell() {
     const CellPlaces::Place cell = places_.current_cell();
     if (TxtGrid_.visible) {
         shrink_to(TxtGrid_.height, cell.height, kTextInset);

@@ -25,8 +25,9 @@ class CellPlaces {
 
     virtual ~CellPlaces() = default;
 
-    // Scrolls the grid so that the current cell is seen whole.
-    virtual void show_cell() = 0;
+    // Scrolls the grid so that the current cell is seen whole; false if there is no room for it. It
+    // is no scroll of the user's.
+    virtual bool show_cell() = 0;
     virtual Place current_cell() = 0;
     // Scrolls the grid so that these rows are seen, the first of them if not all can be.
     virtual void show_rows(const RowRange& rows) = 0;
@@ -54,7 +55,8 @@ class CellEditor {
     bool CboGrid_KeyDown(Key key, bool shift);
     void CboGrid_LostFocus() { CboGrid_.visible = false; }
 
-    // Follows the current cell when the grid has moved or changed its size.
+    // Follows the current cell when the grid has moved or changed its size. What cannot lie over
+    // its cell is hidden.
     void place_overlays();
 
     // What a right click copies: the text and the column of the last cell that was clicked.
@@ -64,6 +66,7 @@ class CellEditor {
   private:
     void open_text();
     void open_list();
+    void lay_over_cell();
     void hide_overlays();
     void move_by_tab(bool back);
     bool move_by_arrow(Key key);

@@ -19,10 +19,13 @@ class FakeCellPlaces final : public CellPlaces {
     std::vector<RowRange> rows_shown;
     int first_row = 1;             // the first in sight below the headings
 
-    void show_cell() override {
+    bool has_room = true;          // for a whole cell
+
+    bool show_cell() override {
         constexpr int kRowsInSight = 10;
         shown.push_back({grid->Row(), grid->Col()});
         first_row = std::clamp(first_row, grid->Row() - kRowsInSight + 1, grid->Row());
+        return has_room;
     }
 
     void show_rows(const RowRange& rows) override { rows_shown.push_back(rows); }

@@ -273,6 +273,37 @@ TEST_F(EditingFocus, an_overlay_follows_its_cell_when_the_window_is_resized) {
     EXPECT_EQ(cell(3, 1), "TYPEDX");
 }
 
+// The overlay lies over its cell, which is in sight, and has the focus.
+TEST_F(EditingFocus, an_overlay_stays_in_the_grid_when_the_window_shrinks_or_grows) {
+    const auto expect_over_cell = [this](int row, int col) {
+        const std::string overlay = col == 1 ? "TxtGrid" : "CboGrid";
+        EXPECT_EQ(open_overlay(), overlay);
+        EXPECT_EQ(focused(), overlay);
+        EXPECT_TRUE(is_in_sight(row, col));
+        auto& shown = widget<QWidget>(overlay.c_str());
+        EXPECT_TRUE(place_of_cell(row, col).contains(place_of(shown, shown.rect()).center()));
+    };
+    const auto resize = [this](QSize size) {
+        window().resize(size);
+        QCoreApplication::processEvents();
+    };
+    const QSize small = window().size(), large = small + QSize(100, 300);
+    for (const int col : {1, 3}) {
+        resize(large);
+        const int last = grid().rowAt(grid().viewport()->height() - grid().rowHeight(0)) + 1;
+        open(last, col);
+        resize(small);
+        expect_over_cell(last, col);
+        // What the end of the table leaves free is filled from above.
+        open(640, col);
+        resize(large);
+        expect_over_cell(640, col);
+        resize(small);
+        expect_over_cell(640, col);
+        key(Qt::Key_Escape);
+    }
+}
+
 TEST_F(EditingFocus, keys_go_on_from_the_row_whose_label_was_clicked) {
     grid().verticalScrollBar()->setValue(300);
     click(place_of_label(305).center());

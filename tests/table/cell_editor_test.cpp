@@ -162,6 +162,22 @@ TEST_F(Opening, the_open_overlay_follows_its_cell_and_the_other_stays_where_it_i
     EXPECT_EQ(TxtGrid.left.get(), 1000 + 1700 + 40) << "it is not open any more";
 }
 
+TEST_F(Opening, an_overlay_whose_cell_cannot_be_in_sight_any_more_is_hidden) {
+    for (const int col : {kTag, kMode}) {
+        open(3, col);
+        const auto times = places.shown.size();
+        editor.place_overlays();
+        EXPECT_EQ(places.shown.size(), times + 1) << "it comes into sight before it is followed";
+        EXPECT_TRUE(TxtGrid.visible || CboGrid.visible);
+        places.has_room = false;
+        editor.place_overlays();
+        EXPECT_FALSE(TxtGrid.visible || CboGrid.visible);
+        editor.place_overlays();
+        EXPECT_EQ(places.shown.size(), times + 2) << "nothing is open any more";
+        places.has_room = true;
+    }
+}
+
 TEST_F(Opening, asks_for_the_focus_once_the_overlay_is_visible_filled_and_in_its_place) {
     int text_asked = 0;
     int list_asked = 0;
