@@ -41,9 +41,7 @@ void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) 
     painter->restore();
 }
 
-CornerHeading::CornerHeading(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-}
+CornerHeading::CornerHeading(QWidget* parent) : QWidget(parent) {}
 
 void CornerHeading::set_text(const QString& text) {
     text_ = text;

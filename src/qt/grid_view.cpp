@@ -10,6 +10,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "qt/core/text.h"
 #include "qt/twips.h"
@@ -50,10 +51,14 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 }
 
 GridView::GridView(QWidget* parent)
-    : QTableView(parent), delegate_(new CellDelegate(this)), corner_(new CornerHeading(this)) {
+    : QTableView(parent),
+      delegate_(new CellDelegate(this)),
+      corner_(new CornerHeading(this)),
+      drag_(*this, [this](const QPoint& position) { mark_to(position); }) {
     setItemDelegate(delegate_);
     setVerticalHeader(new RowLabels(this));
     corner_->setObjectName("CornerHeading");
+    corner_->installEventFilter(this);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setTabKeyNavigation(false);
@@ -139,23 +144,31 @@ CellPlaces::Place GridView::current_cell() {
 }
 
 // The cell at a place in the view: outside of the cells the nearest one, as it is for a drag that
-// leaves them.
+// leaves them. A drag over labels does not go on to the headings.
 MouseCell GridView::cell_at(const QPoint& position) const {
     const QPoint inside = position - viewport()->pos();
     const int first = std::max(rowAt(0), 0);
+    const int headings = pressed_ == Pressed::label ? 0 : horizontalHeader()->height();
     // The view knows rows below its lower edge too, which nobody sees.
     int row = inside.y() < 0 ? -1 : rowAt(std::min(inside.y(), viewport()->height() - 1));
     if (inside.y() >= 0 && row < 0) row = model()->rowCount() - 1;
-    if (inside.y() < -horizontalHeader()->height()) row = first;
+    if (inside.y() < -headings) row = first;
     int col = inside.x() < 0 ? 0 : columnAt(inside.x());
     if (col < 0) col = horizontalHeader()->logicalIndexAt(horizontalHeader()->length() - 1);
     return {row + 1, col};
 }
 
+// To the right of the last column, beside cells or headings.
+bool GridView::is_beside_cells(const QPoint& position) const {
+    const int x = position.x() - viewport()->x();
+    return x >= 0 && columnAt(x) < 0;
+}
+
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
     auto* const part = qobject_cast<QWidget*>(watched);
-    const bool header = part != nullptr && (part == verticalHeader()->viewport() ||
-                                            part == horizontalHeader()->viewport());
+    const bool header =
+        part != nullptr && (part == verticalHeader()->viewport() ||
+                            part == horizontalHeader()->viewport() || part == corner_);
     if (!header || !isEnabled()) return QTableView::eventFilter(watched, event);
     const auto position = [&] {
         return part->mapTo(this, static_cast<QMouseEvent*>(event)->position().toPoint());
@@ -169,6 +182,7 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
             release(static_cast<const QMouseEvent&>(*event), position());
             return true;
         case QEvent::MouseMove:
+            drag_to(static_cast<const QMouseEvent&>(*event), position());
             return true;
         default:
             return QTableView::eventFilter(watched, event);
@@ -177,13 +191,51 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
 
 void GridView::press(const QMouseEvent& event, const QPoint& position) {
     double_click_ = false;
+    pressed_ = Pressed::nowhere;
     setFocus(Qt::MouseFocusReason);
+    if (is_beside_cells(position)) {
+        pressed_ = Pressed::beside_cells;
+        return;
+    }
     const WithoutScrolling still(*this);
-    grid_->mouse_down(button_of(event.button()), cell_at(position));
+    const MouseCell cell = cell_at(position);
+    const bool label = cell.col == 0 && cell.row > 0;
+    const bool left = event.button() == Qt::LeftButton;
+    pressed_ = label ? Pressed::label : Pressed::cell;
+    dragged_to_ = cell.row;
+    if (label && left) drag_.begin();
+    if (label && left && event.modifiers().testFlag(Qt::ShiftModifier) && grid_->Row() > 0) {
+        grid_->set_col(0);  // the rows from the current one on are marked
+    } else {
+        grid_->mouse_down(button_of(event.button()), cell);
+    }
+}
+
+void GridView::drag_to(const QMouseEvent& event, const QPoint& position) {
+    if (event.buttons().testFlag(Qt::LeftButton) && isEnabled()) {
+        drag_.move_to(position);
+    } else {
+        drag_.end();
+    }
+}
+
+// What a drag over labels has reached is marked as if it ended there.
+void GridView::mark_to(const QPoint& position) {
+    const MouseCell cell = cell_at(position);
+    if (cell.row == dragged_to_) return;
+    dragged_to_ = cell.row;
+    grid_->mouse_up(MouseButton::left, cell);
 }
 
 void GridView::release(const QMouseEvent& event, const QPoint& position) {
     const WithoutScrolling still(*this);
+    const MouseCell cell = cell_at(position);
+    const Pressed pressed = std::exchange(pressed_, Pressed::nowhere);
+    drag_.end();
+    if (pressed == Pressed::beside_cells) {
+        if (event.button() == Qt::LeftButton) grid_->clicked();
+        return;
+    }
     // The second release of a double click is no click, which would close what it opened, and the
     // cell that was meant may have been scrolled away from the mouse.
     if (double_click_) {
@@ -191,7 +243,7 @@ void GridView::release(const QMouseEvent& event, const QPoint& position) {
         grid_->mouse_up(button_of(event.button()), {grid_->Row(), grid_->Col()});
         return;
     }
-    grid_->mouse_up(button_of(event.button()), cell_at(position));
+    grid_->mouse_up(button_of(event.button()), cell);
     grid_->clicked();
 }
 
@@ -200,7 +252,9 @@ void GridView::mousePressEvent(QMouseEvent* event) {
 }
 
 // The view's own selection by dragging has no part in this grid.
-void GridView::mouseMoveEvent(QMouseEvent* event) { event->accept(); }
+void GridView::mouseMoveEvent(QMouseEvent* event) {
+    drag_to(*event, event->position().toPoint() + viewport()->pos());
+}
 
 void GridView::mouseReleaseEvent(QMouseEvent* event) {
     release(*event, event->position().toPoint() + viewport()->pos());
@@ -208,7 +262,7 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     press(*event, event->position().toPoint() + viewport()->pos());
-    if (event->button() != Qt::LeftButton) return;
+    if (event->button() != Qt::LeftButton || pressed_ == Pressed::beside_cells) return;
     double_click_ = true;
     grid_->double_clicked();
 }

@@ -9,6 +9,7 @@
 
 #include "qt/grid_headers.h"
 #include "qt/grid_model.h"
+#include "qt/row_drag.h"
 #include "table/cell_editor.h"
 
 namespace memwright::qt {
@@ -56,6 +57,9 @@ class GridView final : public QTableView, public CellPlaces {
     void show_current();
     void show_marks();
     MouseCell cell_at(const QPoint& position) const;
+    bool is_beside_cells(const QPoint& position) const;
+    void drag_to(const QMouseEvent& event, const QPoint& position);
+    void mark_to(const QPoint& position);
     void press(const QMouseEvent& event, const QPoint& position);
     void release(const QMouseEvent& event, const QPoint& position);
     void open_behind_text();
@@ -64,6 +68,10 @@ class GridView final : public QTableView, public CellPlaces {
     MSFlexGrid* grid_ = nullptr;
     CellDelegate* delegate_;
     CornerHeading* corner_;
+    RowDrag drag_;
+    int dragged_to_ = 0;  // the row
+    // Where the button was pressed that is down.
+    enum class Pressed { nowhere, cell, label, beside_cells } pressed_ = Pressed::nowhere;
     bool double_click_ = false;  // its second release is still to come
     bool scrolls_by_itself_ = false;
     std::vector<Connection> connections_;

@@ -58,16 +58,17 @@ bool EditingTest::is_in_sight(int row, int col) {
     return place.isValid() && grid().viewport()->rect().contains(place);
 }
 
-void EditingTest::press_at(const QPoint& at, Qt::MouseButton button) {
-    QTest::mousePress(window().windowHandle(), button, {}, at);
+void EditingTest::press_at(const QPoint& at, Qt::MouseButton button,
+                           Qt::KeyboardModifiers modifiers) {
+    QTest::mousePress(window().windowHandle(), button, modifiers, at);
 }
 
 void EditingTest::release_at(const QPoint& at, Qt::MouseButton button) {
     QTest::mouseRelease(window().windowHandle(), button, {}, at);
 }
 
-void EditingTest::click(const QPoint& at, Qt::MouseButton button) {
-    QTest::mouseClick(window().windowHandle(), button, {}, at);
+void EditingTest::click(const QPoint& at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
+    QTest::mouseClick(window().windowHandle(), button, modifiers, at);
 }
 
 void EditingTest::drag_to(const QPoint& at) { QTest::mouseMove(window().windowHandle(), at); }

@@ -43,9 +43,11 @@ class EditingTest : public StartedWindowTest {
     QRect place_of_label(int row);
     bool is_in_sight(int row, int col);
 
-    void press_at(const QPoint& at, Qt::MouseButton button = Qt::LeftButton);
+    void press_at(const QPoint& at, Qt::MouseButton button = Qt::LeftButton,
+                  Qt::KeyboardModifiers modifiers = {});
     void release_at(const QPoint& at, Qt::MouseButton button = Qt::LeftButton);
-    void click(const QPoint& at, Qt::MouseButton button = Qt::LeftButton);
+    void click(const QPoint& at, Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = {});
     void drag_to(const QPoint& at);
     void double_click(const QPoint& at);
     void click_button(const char* name);
