@@ -11,6 +11,7 @@ Program::Program(Platform platform, ComPorts& ports)
       errors_(platform.messages, notices, [this] { return procedures_.control.running(); }),
       events_(errors_, edits_),
       commands_(procedures_, events_),
+      grid_keys_(form.MSFlexGrid1, {form.Command2, form.Command1, form.Command3}),
       closing_({procedures_.shell, procedures_.image_files, procedures_.control, commands_},
                platform.window, events_),
       first_steps_(form.MSFlexGrid1, notices, platform.settings),

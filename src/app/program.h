@@ -23,6 +23,7 @@
 #include "files/recovery.h"
 #include "table/edit_history.h"
 #include "table/edit_recorder.h"
+#include "table/grid_keys.h"
 
 namespace memwright {
 
@@ -66,6 +67,7 @@ class Program {
 
     // What was added. An addition is a class with a file pair of its own that wires itself, and a
     // line here.
+    GridKeys grid_keys_;
     Closing closing_;
     FirstSteps first_steps_;
     DoubtfulRead doubtful_read_;

@@ -21,6 +21,12 @@ void RowLabels::mark(int first, int last) {
     viewport()->update();
 }
 
+void RowLabels::set_current(int section) {
+    if (section == current_) return;
+    current_ = section;
+    viewport()->update();
+}
+
 void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) const {
     constexpr int kRule = 1;
     QStyleOptionHeaderV2 option;
@@ -30,7 +36,7 @@ void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) 
     painter->save();
     painter->setClipRect(rect);
     style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
-    if (section >= first_marked_ && section <= last_marked_) {
+    if (is_marked(section)) {
         painter->fillRect(rect.adjusted(0, 0, -kRule, -kRule), palette().highlight());
         option.palette.setBrush(QPalette::ButtonText, palette().highlightedText());
         option.palette.setBrush(QPalette::WindowText, palette().highlightedText());
@@ -38,6 +44,16 @@ void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) 
     option.rect = style()->subElementRect(QStyle::SE_HeaderLabel, &option, this);
     option.rect.adjust(0, 0, 0, -kRule);
     style()->drawControl(QStyle::CE_HeaderLabel, &option, painter, this);
+    // A table that cannot be used does not draw the eye to its current label.
+    if (section == current_ && isEnabled()) {
+        constexpr int kFrame = 2;
+        const QPalette::ColorRole role =
+            is_marked(section) ? QPalette::HighlightedText : QPalette::Highlight;
+        QPen pen(palette().color(role), kFrame);
+        pen.setJoinStyle(Qt::MiterJoin);
+        painter->setPen(pen);
+        painter->drawRect(rect.adjusted(1, 1, -kFrame, -kFrame));
+    }
     painter->restore();
 }
 

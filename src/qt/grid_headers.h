@@ -16,6 +16,9 @@ class RowLabels final : public QHeaderView {
     // Shows sections first to last as selected; none if last is less.
     void mark(int first, int last);
 
+    // The section that is framed as the current one; -1 for none.
+    void set_current(int section);
+
     // The width that it was given. The view asks again and again, and measuring 640 labels takes
     // longer than all else at the start.
     QSize sizeHint() const override { return minimumSize(); }
@@ -24,6 +27,11 @@ class RowLabels final : public QHeaderView {
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
 
   private:
+    bool is_marked(int section) const {
+        return section >= first_marked_ && section <= last_marked_;
+    }
+
+    int current_ = -1;
     int first_marked_ = 0;
     int last_marked_ = -1;
 };

@@ -1,19 +1,21 @@
 #include "qt/grid_view.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
 #include <utility>
 
 #include "qt/core/text.h"
+#include "qt/grid_key_events.h"
 #include "qt/twips.h"
+#include "table/cell_rules.h"
 
 namespace memwright::qt {
 namespace {
@@ -38,17 +40,6 @@ MouseButton button_of(Qt::MouseButton button) {
 }
 
 }  // namespace
-
-void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                         const QModelIndex& index) const {
-    if (!editing || !option.state.testFlag(QStyle::State_Selected)) {
-        QStyledItemDelegate::paint(painter, option, index);
-        return;
-    }
-    painter->fillRect(option.rect, option.palette.base());
-    painter->setPen(option.palette.color(QPalette::Highlight));
-    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
-}
 
 GridView::GridView(QWidget* parent)
     : QTableView(parent),
@@ -85,6 +76,10 @@ void GridView::show_grid(MSFlexGrid& grid) {
         show_cell();
     }));
     connections_.push_back(grid.marked_rows.changed.connect([this] { show_marks(); }));
+    connections_.push_back(grid.rows_wanted.connect([this](int first, int last) {
+        show_rows(first, last);
+        if (is_label_current()) tell_label(last);
+    }));
     for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
         connect(bar, &QScrollBar::valueChanged, this, [this] {
             if (!scrolls_by_itself_) grid_->scrolled();
@@ -109,10 +104,40 @@ void GridView::apply_sizes() {
     show_current();
 }
 
+bool GridView::is_label_current() const {
+    return grid_ != nullptr && grid_->Col() == 0 && grid_->Row() > 0;
+}
+
+// The label column is no column of the view: while it is current, no index is.
 void GridView::show_current() {
-    const QModelIndex current = model()->index(grid_->Row() - 1, grid_->Col());
-    if (current == currentIndex()) return;
-    setCurrentIndex(grid_->Row() == 0 || grid_->Col() == 0 ? QModelIndex() : current);
+    const bool cell = grid_->Row() > 0 && grid_->Col() > 0;
+    const QModelIndex current =
+        cell ? model()->index(grid_->Row() - 1, grid_->Col()) : QModelIndex();
+    static_cast<RowLabels*>(verticalHeader())
+        ->set_current(is_label_current() ? grid_->Row() - 1 : -1);
+    if (current != currentIndex()) setCurrentIndex(current);
+    if (!cell) clearSelection();
+    if (is_label_current() && hasAutoScroll()) show_rows(grid_->Row(), grid_->Row());
+    if (is_label_current()) tell_label(grid_->Row());
+}
+
+// What is to be seen last is seen if there is no room for both.
+void GridView::show_rows(int first, int last) {
+    constexpr int kAnyShownCol = 1;
+    const int sideways = horizontalScrollBar()->value();
+    for (const int row : {first, last}) {
+        if (row > 0) scrollTo(model()->index(row - 1, kAnyShownCol));
+    }
+    horizontalScrollBar()->setValue(sideways);
+}
+
+// To assistive technology the label is the row's header, which is where the keys are.
+void GridView::tell_label(int row) {
+    if (!hasFocus() || !QAccessible::isActive()) return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    const int parts_of_row = model()->columnCount() + 1;
+    event.setChild(row * parts_of_row);
+    QAccessible::updateAccessibility(&event);
 }
 
 void GridView::show_marks() {
@@ -271,6 +296,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     const auto commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
     const bool command = (event->modifiers() & commands) != 0;
     const QString typed = event->text();
+    if (is_used(*event)) return;
     switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
@@ -279,22 +305,30 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_F2:
             open_behind_text();
             return;
+        case Qt::Key_Space:
+        case Qt::Key_Select:
+            if (!command && !cell_rules::is_edited_as_text(grid_->Col())) type_into_cell(*event);
+            return;
         default:
             break;
     }
-    if (!command && typed.size() == 1 && typed.front().isPrint() && typed != " ") {
+    if (!command && typed.size() == 1 && typed.front().isPrint()) {
         type_into_cell(*event);
     } else {
         QTableView::keyPressEvent(event);
     }
 }
 
-// From a label the keys go on in its row.
+bool GridView::is_used(const QKeyEvent& event) {
+    const auto key = grid_key_of(event, isRightToLeft());
+    const int page = viewport()->height() / std::max(rowHeight(0), 1);
+    return key && grid_->key_down &&
+           grid_->key_down(*key, event.modifiers().testFlag(Qt::ShiftModifier), std::max(page, 1));
+}
+
+// In the label column there is no current index to go on from.
 QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    constexpr int kFirstCol = 1;
-    if (!currentIndex().isValid() && grid_->Row() > 0) {
-        setCurrentIndex(model()->index(grid_->Row() - 1, kFirstCol));
-    }
+    if (is_label_current()) return {};
     return QTableView::moveCursor(action, modifiers);
 }
 
@@ -317,6 +351,11 @@ void GridView::currentChanged(const QModelIndex& current, const QModelIndex& pre
     if (!current.isValid() || grid_ == nullptr) return;
     grid_->set_row(current.row() + 1);
     grid_->set_col(current.column());
+}
+
+void GridView::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    if (is_label_current()) tell_label(grid_->Row());
 }
 
 void GridView::changeEvent(QEvent* event) {

@@ -3,27 +3,16 @@
 // The grid on the screen: headings and labels stay in sight, columns and rows have the grid's own
 // sizes, and the current cell follows the keyboard and the mouse.
 
-#include <QStyledItemDelegate>
 #include <QTableView>
 #include <vector>
 
+#include "qt/cell_delegate.h"
 #include "qt/grid_headers.h"
 #include "qt/grid_model.h"
 #include "qt/row_drag.h"
 #include "table/cell_editor.h"
 
 namespace memwright::qt {
-
-// Paints the cells; the one that is edited with a frame around the control that is laid over it.
-class CellDelegate final : public QStyledItemDelegate {
-  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    bool editing = false;
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override;
-};
 
 class GridView final : public QTableView, public CellPlaces {
   public:
@@ -33,6 +22,9 @@ class GridView final : public QTableView, public CellPlaces {
 
     // While its cell is edited, the current cell is framed instead of filled.
     void set_editing(bool on);
+
+    // No key is for searching.
+    void keyboardSearch(const QString& /*typed*/) override {}
 
     bool show_cell() override;
     Place current_cell() override;
@@ -47,6 +39,7 @@ class GridView final : public QTableView, public CellPlaces {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void focusInEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void updateGeometries() override;
@@ -55,6 +48,9 @@ class GridView final : public QTableView, public CellPlaces {
   private:
     void apply_sizes();
     void show_current();
+    bool is_label_current() const;
+    void show_rows(int first, int last);
+    void tell_label(int row);
     void show_marks();
     MouseCell cell_at(const QPoint& position) const;
     bool is_beside_cells(const QPoint& position) const;
@@ -62,6 +58,7 @@ class GridView final : public QTableView, public CellPlaces {
     void mark_to(const QPoint& position);
     void press(const QMouseEvent& event, const QPoint& position);
     void release(const QMouseEvent& event, const QPoint& position);
+    bool is_used(const QKeyEvent& event);
     void open_behind_text();
     void type_into_cell(QKeyEvent& event);
 

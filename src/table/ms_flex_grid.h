@@ -6,6 +6,7 @@
 // grid are IndexErrors.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -99,10 +100,15 @@ class MSFlexGrid : public PlacedControl {
     Signal<> double_clicked;
     Signal<> scrolled;
 
+    // True if the key was used; else the view goes on with it. Empty for none. `page` is the number
+    // of rows in sight.
+    std::function<bool(GridKey key, bool shift, int page)> key_down;
+
     Signal<int, int> cell_changing;  // row and column of a cell, just before it changes
     Signal<const GridChange&> changed;
     Signal<> current_changed;
     Signal<> focus_wanted;
+    Signal<int, int> rows_wanted;  // both are to be in sight, or else the second
 
     // Gathers the changes of a scope into one signal. Scopes nest.
     class Batch {

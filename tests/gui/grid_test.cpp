@@ -173,7 +173,6 @@ TEST_F(Grid, the_current_cell_follows_the_arrow_keys) {
 
 TEST_F(Grid, the_current_cell_stops_at_the_edges_of_what_is_shown) {
     press(Qt::Key_Up);
-    press(Qt::Key_Left);
     EXPECT_THAT(current_in_core(), Pair(1, 1));
     press(Qt::Key_End, Qt::ControlModifier);
     EXPECT_THAT(current_in_core(), Pair(640, 4));
@@ -241,6 +240,40 @@ TEST_F(Grid, the_core_moves_the_current_cell_and_it_comes_into_sight) {
 TEST_F(Grid, one_cell_at_a_time_is_marked) {
     set_current(7, 2);
     EXPECT_THAT(grid().selectionModel()->selectedIndexes(), ::testing::ElementsAre(index(7, 2)));
+}
+
+TEST_F(Grid, no_cell_is_marked_while_the_label_column_is_current) {
+    set_current(7, 2);
+    set_current(7, 0);
+    EXPECT_FALSE(grid().currentIndex().isValid());
+    EXPECT_FALSE(grid().selectionModel()->hasSelection());
+    set_current(500, 0);
+    EXPECT_TRUE(is_in_sight(500, 1));
+}
+
+TEST_F(Grid, space_and_select_search_nothing_and_hide_no_cell) {
+    const auto expect_current = [&](int row, int col) {
+        EXPECT_THAT(current_in_view(), Pair(row, col));
+        EXPECT_EQ(current_in_core(), current_in_view());
+        EXPECT_TRUE(grid().selectionModel()->isSelected(index(row, col)));
+    };
+    form().MSFlexGrid1.set_text(9, 1, " B");
+    set_current(7, 1);
+    for (const Qt::KeyboardModifier modifier :
+         {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
+        for (const int key : {Qt::Key_Space, Qt::Key_Select}) {
+            QTest::sendKeyEvent(QTest::Click, &grid(), static_cast<Qt::Key>(key), " ", modifier);
+            expect_current(7, 1);
+        }
+    }
+    // Nor does what is typed in two parts.
+    form().MSFlexGrid1.set_text(9, 1, "?? B");
+    QTest::sendKeyEvent(QTest::Click, &grid(), Qt::Key_unknown,
+                        QString::fromUtf8("\xF0\x9F\x98\x80"), Qt::NoModifier);
+    expect_current(7, 1);
+    set_current(7, 3);
+    QTest::keyClick(&grid(), Qt::Key_Space, Qt::ControlModifier);
+    expect_current(7, 3);
 }
 
 TEST_F(Grid, a_text_that_changes_in_the_core_changes_on_the_screen) {
