@@ -26,6 +26,27 @@ TEST_F(SystemAccessibility, questions_about_rows_and_columns_that_are_not_there_
     EXPECT_TRUE(program->running());
 }
 
+TEST_F(SystemAccessibility, the_label_that_the_keys_have_come_to_is_told_to_have_the_focus) {
+    const auto image = changing_image();
+    start({image.string()});
+    wait_for_caption(std::string(kTitle) + " - " + image.string());
+    desktop.bus().listen_for_state("focused");
+    const auto told = [&](const std::string& label) {
+        const auto heard = desktop.bus().heard();
+        return std::ranges::any_of(heard, [&](const ObjectName& object) {
+            const Accessible element(*program, object);
+            return element.role() == Role::kRowHeader && element.name() == label;
+        });
+    };
+    keyboard.press("Left");
+    EXPECT_TRUE(wait_until([&] { return told("Bank 0 - 0"); }));
+    keyboard.press("Down");
+    EXPECT_TRUE(wait_until([&] { return told("Bank 0 - 1"); }));
+    // The end that is marked.
+    keyboard.press("Shift+Down");
+    EXPECT_TRUE(wait_until([&] { return told("Bank 0 - 2"); }));
+}
+
 // What a screen reader says by itself: an element in the role of a notification that is shown.
 TEST_F(SystemAccessibility, notices_are_told_as_they_come_also_while_another_one_is_shown) {
     const auto state = desktop.home() / ".local/state";

@@ -125,6 +125,40 @@ TEST_F(SystemEditing, after_a_menu_is_left_the_keys_go_on_in_the_grid) {
     EXPECT_EQ(cell(1, 1), "ABC");
 }
 
+TEST_F(SystemEditing, the_keys_go_on_in_the_grid_after_a_menu_that_was_opened_from_a_list) {
+    const auto path = changing_image();
+    start({path.string()});
+    wait_for_caption(std::string(kTitle) + " - " + path.string());
+    for (const char* const key : {"Right", "Right", "Enter"}) keyboard.press(key);
+    main().find({.name = "Choice for the cell", .showing = true});
+    keyboard.press("Alt+E");
+    main().menu_item("Cut").wait_for(State::kShowing);
+    keyboard.press("Esc");
+    main().menu_item("Cut").wait_for(State::kShowing, false);
+    keyboard.press("Esc");
+    program->settle();
+    EXPECT_TRUE(grid().focused());
+    for (const char* const key : {"Down", "Left", "Left"}) keyboard.press(key);
+    keyboard.type("abc");
+    expect_eventually([&] { return cell(2, 1); }, Eq("ABC"));
+}
+
+TEST_F(SystemEditing, what_is_selected_elsewhere_and_pasted_with_the_middle_button_is_filtered) {
+    const auto path = changing_image();
+    start({path.string()});
+    wait_for_caption(std::string(kTitle) + " - " + path.string());
+    mouse.double_click(grid().cell(0, 3));
+    keyboard.type("xyz");
+    expect_eventually([&] { return cell(1, 3); }, Eq("xyz"));
+    mouse.double_click(main().find({.role = Role::kComboBox, .showing = true}));
+    keyboard.press("Esc");
+    mouse.double_click(grid().cell(1, 1));
+    keyboard.press("Delete");
+    expect_eventually([&] { return cell(2, 1); }, Eq(""));
+    mouse.click(main().find({.name = "Text of the cell", .showing = true}), Button::kMiddle);
+    expect_eventually([&] { return cell(2, 1); }, Eq("XYZ"));
+}
+
 TEST_F(SystemEditing, a_command_by_mouse_closes_the_list_over_a_cell) {
     const auto path = changing_image();
     start({path.string()});
