@@ -42,6 +42,8 @@ int RowDrag::rows_beyond() const {
 }
 
 void RowDrag::scroll() {
+    // Locked in the meantime, or gone.
+    if (!view_.isEnabled() || !view_.isVisible()) return end();
     QScrollBar& bar = *view_.verticalScrollBar();
     bar.setValue(bar.value() + rows_beyond());
     reached_(position_);
