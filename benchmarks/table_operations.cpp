@@ -1,9 +1,10 @@
-// The channel table of 640 occupied memories.
+// The channel table of 640 occupied memories, and finding in it.
 
 #include <memory>
 
 #include "occupied_memory.h"
 #include "operation.h"
+#include "table/finding.h"
 
 namespace memwright::benchmarks {
 namespace {
@@ -22,6 +23,13 @@ void add_table(Operations& operations) {
     operations.push_back(on_table("to_image", [](OccupiedTable& t) { t.table.SaveVR120Data(); }));
     operations.push_back(
         on_table("IsDataChanged", [](OccupiedTable& t) { use(t.table.IsDataChanged()); }));
+    const auto find = [&](const char* name, const char* query) {
+        operations.push_back(
+            on_table(name, [query](OccupiedTable& t) { use(finding::finds_of(t.grid, query)); }));
+    };
+    find("find_text", "9");
+    find("find_range", "145-146");
+    find("find_nearest", "~145.5");
 }
 
 }  // namespace memwright::benchmarks

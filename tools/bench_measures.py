@@ -141,7 +141,8 @@ def operations(_):
                              "--benchmark_repetitions=5", "--benchmark_min_time=0.1",
                              "--benchmark_report_aggregates_only=true"],
                             check=True, capture_output=True, text=True).stdout
-    goals = {"table/from_image": 0.5e6, "table/to_image": 0.5e6, "csv/import_1000000": 1.5e9,
+    goals = {"table/from_image": 0.5e6, "table/to_image": 0.5e6, "table/find_text": 0.5e6,
+             "table/find_range": 0.5e6, "table/find_nearest": 0.5e6, "csv/import_1000000": 1.5e9,
              "csv/import_1000000_skipped": 1.5e9}
     table = Table("The core's operations", "Operation", "A run", "An item", "Goal for a run")
     runs = {}
