@@ -15,6 +15,11 @@ struct AddedEntries {
     MenuEntry undo{"UndoEntry", "&Undo", {"Ctrl+Z"}};
     MenuEntry redo{"RedoEntry", "&Redo", {"Ctrl+Shift+Z", "Ctrl+Y"}};
     MenuEntry line_below_undo{"LineBelowUndo", "-"};
+    MenuEntry line_above_find{"LineAboveFind", "-"};
+    MenuEntry find{"FindEntry", "Fi&nd...", {"Ctrl+F"}};
+    MenuEntry find_next{"FindNextEntry", "Find Ne&xt", {"F3"}};
+    MenuEntry find_previous{"FindPreviousEntry", "Find Pre&vious", {"Shift+F3"}};
+    MenuEntry go_to{"GoToEntry", "&Go To Memory...", {"Ctrl+G"}};
 
     // Help
     MenuEntry notices{"NoticesEntry", "&Notices..."};

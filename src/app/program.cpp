@@ -30,7 +30,9 @@ Program::Program(Platform platform, ComPorts& ports)
             events_, notices),
       new_table_({form, procedures_.table, procedures_.image_files}, platform.files,
                  platform.folders.data, events_, notices),
-      recent_files_(form, procedures_.image_files, platform.files, platform.settings, events_) {}
+      recent_files_(form, procedures_.image_files, platform.files, platform.settings, events_),
+      find_line_(form, procedures_.rows, platform.cells, events_, notices),
+      go_to_line_(form, platform.cells, events_, notices) {}
 
 void Program::start() {
     events_.run("Start", [this] {

@@ -11,8 +11,10 @@
 #include "app/doubtful_read.h"
 #include "app/error_report.h"
 #include "app/events.h"
+#include "app/find_line.h"
 #include "app/first_steps.h"
 #include "app/form1.h"
+#include "app/go_to_line.h"
 #include "app/kept_images.h"
 #include "app/new_table.h"
 #include "app/notices.h"
@@ -56,6 +58,10 @@ class Program {
     EditRecorder& edits() { return edits_; }
     EditHistory& history() { return history_; }
 
+    // What is typed into below the form.
+    FindLine& find_line() { return find_line_; }
+    GoToLine& go_to_line() { return go_to_line_; }
+
   private:
     Platform platform_;
     Procedures procedures_;
@@ -76,6 +82,8 @@ class Program {
     Undo undo_;
     NewTable new_table_;
     RecentFiles recent_files_;
+    FindLine find_line_;
+    GoToLine go_to_line_;
 
     std::vector<Connection> connections_;
 };
