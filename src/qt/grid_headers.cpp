@@ -2,11 +2,25 @@
 
 #include <QPainter>
 #include <QStyleOptionHeader>
+#include <algorithm>
+#include <utility>
 
 namespace memwright::qt {
 namespace {
 
 constexpr auto kAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+
+// A diamond in the colour of the text. The labels begin at the left, whatever the window's
+// direction, and none reaches the right end.
+void paint_found_mark(QPainter& painter, const QRect& rect, const QColor& colour) {
+    const int half = rect.height() / 5;
+    const QPoint middle(rect.right() - 2 * half, rect.center().y());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawPolygon(QPolygon({middle - QPoint(half, 0), middle - QPoint(0, half),
+                                  middle + QPoint(half, 0), middle + QPoint(0, half)}));
+}
 
 }  // namespace
 
@@ -54,7 +68,15 @@ void RowLabels::paintSection(QPainter* painter, const QRect& rect, int section) 
         painter->setPen(pen);
         painter->drawRect(rect.adjusted(1, 1, -kFrame, -kFrame));
     }
+    if (std::ranges::binary_search(found_rows_, section + 1)) {
+        paint_found_mark(*painter, rect, option.palette.color(QPalette::ButtonText));
+    }
     painter->restore();
+}
+
+void RowLabels::show_found(std::vector<int> rows) {
+    found_rows_ = std::move(rows);
+    viewport()->update();
 }
 
 CornerHeading::CornerHeading(QWidget* parent) : QWidget(parent) {}

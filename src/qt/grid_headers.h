@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QString>
 #include <QWidget>
+#include <vector>
 
 namespace memwright::qt {
 
@@ -18,6 +19,9 @@ class RowLabels final : public QHeaderView {
 
     // The section that is framed as the current one; -1 for none.
     void set_current(int section);
+
+    // Puts a small mark behind the labels of grid rows, given in order.
+    void show_found(std::vector<int> rows);
 
     // The width that it was given. The view asks again and again, and measuring 640 labels takes
     // longer than all else at the start.
@@ -34,6 +38,7 @@ class RowLabels final : public QHeaderView {
     int current_ = -1;
     int first_marked_ = 0;
     int last_marked_ = -1;
+    std::vector<int> found_rows_;
 };
 
 // Looks like the other headings.

@@ -15,6 +15,8 @@
 #include "qt/announcer.h"
 #include "qt/arrow_icon.h"
 #include "qt/core/text.h"
+#include "qt/find_bar.h"
+#include "qt/go_to_bar.h"
 #include "qt/notice_bar.h"
 #include "qt/overlays.h"
 #include "qt/twips.h"
@@ -127,7 +129,9 @@ void MainWindow::show_program(Program& program) {
 void MainWindow::forget_program() {
     program_ = nullptr;
     delete notice_list_;
-    for (const char* added : {"NoticeBar", "Announcer"}) delete findChild<QWidget*>(added);
+    for (const char* added : {"NoticeBar", "FindBar", "GoToBar", "Announcer"}) {
+        delete findChild<QWidget*>(added);
+    }
     connections_.clear();
 }
 
@@ -141,6 +145,9 @@ void MainWindow::show_additions(Program& program) {
     connections_.push_back(program.notices.said.connect(
         [announcer](const std::string& text) { announcer->say(from_utf8(text)); }));
     bars_->height_changed = [this] { make_room_for_bars(); };
+    // What is typed into stays where it is when a notice comes.
+    bars_->add_row(*new FindBar(program.find_line(), *findChild<GridView*>()));
+    bars_->add_row(*new GoToBar(program.go_to_line(), *findChild<GridView*>()));
     bars_->add_row(*notices);
     connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, notices,
             [notices] { notices->switch_focus(); });

@@ -10,7 +10,28 @@
 namespace memwright::systest {
 namespace {
 
-class SystemAccessibility : public MemwrightDesktop {};
+class SystemAccessibility : public MemwrightDesktop {
+  protected:
+    // Whether something has been shown that a screen reader says by itself. Each object is asked
+    // once, when it has come: questions without end keep a program busy.
+    bool told(const std::string& beginning) {
+        for (const auto heard = desktop.bus().heard(); asked < heard.size();) {
+            const Accessible element(*program, heard[asked++]);
+            try {
+                if (element.name().starts_with(beginning) &&
+                    element.role_name() == "notification" && element.showing()) {
+                    return true;
+                }
+            } catch (const NotThere&) {
+                // a tip that has gone
+            }
+        }
+        return false;
+    }
+
+  private:
+    std::size_t asked = 0;
+};
 
 TEST_F(SystemAccessibility, questions_about_rows_and_columns_that_are_not_there_are_answered) {
     start({changing_image().string()});
@@ -56,22 +77,6 @@ TEST_F(SystemAccessibility, notices_are_told_as_they_come_also_while_another_one
     const auto image = changing_image();
     start({image.string()});
     wait_for_caption(std::string(kTitle) + " - " + image.string());
-    // Each object is asked once, when it has come: questions without end keep a program busy.
-    std::size_t asked = 0;
-    const auto told = [&](const std::string& beginning) {
-        for (const auto heard = desktop.bus().heard(); asked < heard.size();) {
-            const Accessible element(*program, heard[asked++]);
-            try {
-                if (element.name().starts_with(beginning) &&
-                    element.role_name() == "notification" && element.showing()) {
-                    return true;
-                }
-            } catch (const NotThere&) {
-                // a tip that has gone
-            }
-        }
-        return false;
-    };
     mouse.double_click(grid().cell(0, 1));
     keyboard.type("a");
     EXPECT_TRUE(wait_until([&] { return told("Notice: Changes are not kept"); }))
@@ -80,6 +85,19 @@ TEST_F(SystemAccessibility, notices_are_told_as_they_come_also_while_another_one
     EXPECT_TRUE(wait_until([&] { return told("Notice: Changes are kept again"); }))
         << program->tree();
     program->find({.role = Role::kLabel, .name = "1 of 2", .showing = true});
+}
+
+TEST_F(SystemAccessibility, the_number_of_finds_is_told_with_the_memory_that_was_found) {
+    desktop.bus().listen_for_state("showing");
+    const auto image = changing_image();
+    start({image.string()});
+    wait_for_caption(std::string(kTitle) + " - " + image.string());
+    ASSERT_TRUE(wait_until([&] { return grid().focused(); }));
+    keyboard.press("Ctrl+F");
+    keyboard.type("3-17");
+    EXPECT_TRUE(wait_until([&] { return told("1 of 1: Bank 3 - 17"); })) << program->tree();
+    keyboard.type("x");
+    EXPECT_TRUE(wait_until([&] { return told("No memory found."); })) << program->tree();
 }
 
 }  // namespace
