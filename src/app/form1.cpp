@@ -65,17 +65,17 @@ Form1::Form1() {
 }
 
 std::vector<Form1::Menu> Form1::menus() {
-    return {
-        {mnuFile,
-         {&added.new_table, &mnuOpen, &added.recent, &mnuSaveOnly, &mnuSave, &mnuSep1, &mnuImport,
-          &mnuExport, &mnusepa, &mnuPrint, &mnusepq, &mnuexit}},
-        {mnuEdit,
-         {&added.undo, &added.redo, &added.line_below_undo, &mnuCut, &mnuCopy, &mnuPaste,
-          &added.line_above_find, &added.find, &added.find_next, &added.find_previous, &added.go_to}},
-        {mnuOptions, {&mnuPort, &mnuShwDbg}},
-        {mnuVR120Settings, {&mnuMiscSettings, &mnuSearchBandMem}},
-        {mnuTransfer, {&mnuRead, &mnuWrite, &mnuforce}},
-        {mnuHelp, {&mnuabout, &added.notices}}};
+    return {{mnuFile,
+             {&added.new_table, &mnuOpen, &added.recent, &mnuSaveOnly, &mnuSave, &mnuSep1,
+              &mnuImport, &mnuExport, &mnusepa, &mnuPrint, &mnusepq, &mnuexit}},
+            {mnuEdit,
+             {&added.undo, &added.redo, &added.line_below_undo, &mnuCut, &mnuCopy, &mnuPaste,
+              &added.line_above_find, &added.find, &added.find_next, &added.find_previous,
+              &added.go_to}},
+            {mnuOptions, {&mnuPort, &mnuShwDbg}},
+            {mnuVR120Settings, {&mnuMiscSettings, &mnuSearchBandMem}},
+            {mnuTransfer, {&mnuRead, &mnuWrite, &mnuforce}},
+            {mnuHelp, {&mnuabout, &added.notices}}};
 }
 
 std::vector<Control*> Form1::lockable() {

@@ -77,7 +77,9 @@ void Undo::show(const Edit& step, const std::string& what) {
     if (step.cells.empty()) return;
     const RowRange rows{step.cells.front().row, step.cells.back().row};
     const int current = work_.form.MSFlexGrid1.Row();
-    if (current < rows.first || current > rows.last) work_.cells.show_rows(rows);
+    if (current < rows.first || current > rows.last) {
+        work_.form.MSFlexGrid1.rows_wanted(rows.last, rows.first);
+    }
 }
 
 }  // namespace memwright

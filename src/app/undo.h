@@ -22,7 +22,6 @@ class Undo {
     struct Work {
         Form1& form;
         CellEditor& editor;
-        CellPlaces& cells;
         EditHistory& history;
         ImageFiles& files;
         CloneRead& clone_read;

@@ -157,11 +157,6 @@ bool GridView::show_cell() {
     return viewport()->rect().contains(visualRect(currentIndex()));
 }
 
-void GridView::show_rows(const RowRange& rows) {
-    const int col = std::max(currentIndex().column(), 1);
-    for (const int row : {rows.last, rows.first}) scrollTo(model()->index(row - 1, col));
-}
-
 CellPlaces::Place GridView::current_cell() {
     const QRect cell = visualRect(currentIndex()).translated(viewport()->pos());
     return {twips(*this, cell.x()), twips(*this, cell.y()), twips(*this, cell.width()),

@@ -28,7 +28,6 @@ class GridView final : public QTableView, public CellPlaces {
 
     bool show_cell() override;
     Place current_cell() override;
-    void show_rows(const RowRange& rows) override;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

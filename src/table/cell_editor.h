@@ -29,8 +29,6 @@ class CellPlaces {
     // is no scroll of the user's.
     virtual bool show_cell() = 0;
     virtual Place current_cell() = 0;
-    // Scrolls the grid so that these rows are seen, the first of them if not all can be.
-    virtual void show_rows(const RowRange& rows) = 0;
 };
 
 class CellEditor {

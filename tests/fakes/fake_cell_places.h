@@ -16,7 +16,6 @@ class FakeCellPlaces final : public CellPlaces {
     const MSFlexGrid* grid = nullptr;
     std::optional<Place> fixed;    // if set, where every cell is
     std::vector<MouseCell> shown;  // the cells that were to be scrolled into sight
-    std::vector<RowRange> rows_shown;
     int first_row = 1;             // the first in sight below the headings
 
     bool has_room = true;          // for a whole cell
@@ -27,8 +26,6 @@ class FakeCellPlaces final : public CellPlaces {
         first_row = std::clamp(first_row, grid->Row() - kRowsInSight + 1, grid->Row());
         return has_room;
     }
-
-    void show_rows(const RowRange& rows) override { rows_shown.push_back(rows); }
 
     Place current_cell() override {
         if (fixed) return *fixed;

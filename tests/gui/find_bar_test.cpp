@@ -287,8 +287,8 @@ TEST_F(FindBarTest, marked_letters_are_unique_in_the_whole_window) {
         const auto at = caption.indexOf('&');
         if (at >= 0) letters.insert(caption.mid(at + 1, 1).toUpper());
     };
-    for (const auto* menu : window().findChildren<QMenu*>()) {
-        if (menu->menuAction()->isVisible()) add(menu->title());
+    for (const QAction* menu : window().menuBar()->actions()) {
+        if (menu->isVisible()) add(menu->text());
     }
     for (const auto* button : window().findChildren<QPushButton*>()) add(button->text());
     for (const auto* label : window().findChildren<QLabel*>()) {

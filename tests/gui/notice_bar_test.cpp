@@ -228,7 +228,7 @@ TEST_F(NoticeBarTest, tab_visits_it_after_everything_else) {
         visited.push_back(focused());
     } while (focused() != "MSFlexGrid1" && visited.size() < 20);
     EXPECT_THAT(visited,
-                ElementsAre("Text1", "Command2", "Command1", "Command3", "Command4", "Command5",
+                ElementsAre("Command2", "Command1", "Command3", "Command4", "Command5", "Text1",
                             "NoticeAction", "NoticeListButton", "NoticeDismiss", "MSFlexGrid1"));
 }
 

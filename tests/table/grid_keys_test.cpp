@@ -49,14 +49,14 @@ class GridKeysTest : public EditingTest {
 
 const std::pair<int, int> kLeftToTheView{-1, -1};
 
-struct Step {
+struct Press {
     GridKey key;
     std::pair<int, int> from;
     std::pair<int, int> to;
 };
 
 TEST_F(GridKeysTest, lead_into_the_label_column_along_it_and_out_again) {
-    const std::vector<Step> steps = {{GridKey::left, {5, kTag}, {5, kLabel}},
+    const std::vector<Press> steps = {{GridKey::left, {5, kTag}, {5, kLabel}},
                                      {GridKey::left, {5, kLabel}, {5, kLabel}},
                                      {GridKey::right, {5, kLabel}, {5, kTag}},
                                      {GridKey::home, {5, kLabel}, {5, kLabel}},
@@ -79,7 +79,7 @@ TEST_F(GridKeysTest, lead_into_the_label_column_along_it_and_out_again) {
 
 TEST_F(GridKeysTest, lead_from_bank_to_bank_with_the_same_number_in_any_column) {
     for (const int col : {kLabel, kTag, kPref}) {
-        const std::vector<Step> steps = {{GridKey::next_bank, {1, col}, {65, col}},
+        const std::vector<Press> steps = {{GridKey::next_bank, {1, col}, {65, col}},
                                          {GridKey::next_bank, {64, col}, {128, col}},
                                          {GridKey::next_bank, {576, col}, {640, col}},
                                          {GridKey::next_bank, {577, col}, {577, col}},
