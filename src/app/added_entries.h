@@ -15,6 +15,12 @@ struct AddedEntries {
     MenuEntry undo{"UndoEntry", "&Undo", {"Ctrl+Z"}};
     MenuEntry redo{"RedoEntry", "&Redo", {"Ctrl+Shift+Z", "Ctrl+Y"}};
     MenuEntry line_below_undo{"LineBelowUndo", "-"};
+    MenuEntry line_above_rows{"LineAboveRows", "-"};
+    MenuEntry insert_row{"InsertRowEntry", "&Insert Row"};
+    MenuEntry close_up{"CloseUpEntry", "C&lose Up"};
+    MenuChoice sort_rows{"SortRowsMenu", "&Sort Marked Rows"};
+    MenuChoice set_mode{"SetModeMenu", "Set M&ode"};
+    MenuChoice set_pref{"SetPrefMenu", "Set Pr&ef"};
     MenuEntry line_above_find{"LineAboveFind", "-"};
     MenuEntry find{"FindEntry", "Fi&nd...", {"Ctrl+F"}};
     MenuEntry find_next{"FindNextEntry", "Find Ne&xt", {"F3"}};

@@ -31,7 +31,8 @@ Program::Program(Platform platform, ComPorts& ports)
                  platform.folders.data, events_, notices),
       recent_files_(form, procedures_.image_files, platform.files, platform.settings, events_),
       find_line_(form, procedures_.rows, platform.cells, events_, notices),
-      go_to_line_(form, platform.cells, events_, notices) {}
+      go_to_line_(form, platform.cells, events_, notices),
+      row_commands_(form, events_, notices) {}
 
 void Program::start() {
     events_.run("Start", [this] {
@@ -75,7 +76,9 @@ void Program::offer_recovery() {
 }
 
 void Program::act_on_notice(std::size_t number) {
-    events_.run("Notice", [&] { notices.act(number); });
+    // What a notice offers may be a command, which is a step of its own.
+    events_.run(
+        "Notice", [&] { notices.act(number); }, Events::Kind::waits);
 }
 
 }  // namespace memwright

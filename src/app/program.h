@@ -21,6 +21,7 @@
 #include "app/platform.h"
 #include "app/procedures.h"
 #include "app/recent_files.h"
+#include "app/row_commands.h"
 #include "app/undo.h"
 #include "files/recovery.h"
 #include "table/edit_history.h"
@@ -84,6 +85,7 @@ class Program {
     RecentFiles recent_files_;
     FindLine find_line_;
     GoToLine go_to_line_;
+    RowCommands row_commands_;
 
     std::vector<Connection> connections_;
 };

@@ -11,8 +11,9 @@ namespace {
 
 struct Entry {
     const char* name;
-    const char* caption;  // "-" for a separator line
-    bool at_start;        // enabled then
+    const char* caption;                  // "-" for a separator line
+    bool at_start;                        // enabled then
+    std::vector<std::string> items = {};  // of the list that it opens
 };
 
 struct Menu {
@@ -41,6 +42,12 @@ const std::vector<Menu> kMenus = {
       {"mnuCut", "Cu&t", true},
       {"mnuCopy", "&Copy", true},
       {"mnuPaste", "&Paste", true},
+      {"LineAboveRows", "-", true},
+      {"InsertRowEntry", "&Insert Row", false},
+      {"CloseUpEntry", "C&lose Up", false},
+      {"SortRowsMenu", "&Sort Marked Rows", false, {"By &Frequency", "By &Tag", "By &Mode"}},
+      {"SetModeMenu", "Set M&ode", false, {"&NFM", "&WFM", "&AM"}},
+      {"SetPrefMenu", "Set Pr&ef", false, {"&Off", "O&n"}},
       {"LineAboveFind", "-", true},
       {"FindEntry", "Fi&nd...", false},
       {"FindNextEntry", "Find Ne&xt", false},
@@ -80,6 +87,13 @@ class Menus : public StartedWindowTest {
     }
 
   private:
+    static std::vector<std::string> items_of(const QMenu* list) {
+        std::vector<std::string> captions;
+        if (list == nullptr) return captions;
+        for (const QAction* item : list->actions()) captions.push_back(qt::to_utf8(item->text()));
+        return captions;
+    }
+
     static void check_entries(const QMenu& shown, const std::vector<Entry>& entries,
                               const std::function<bool(const Entry&)>& enabled) {
         const auto actions = shown.actions();
@@ -87,9 +101,10 @@ class Menus : public StartedWindowTest {
         for (int i = 0; i < actions.size(); ++i) {
             const Entry& entry = entries[static_cast<std::size_t>(i)];
             const QAction& action = *actions[i];
-            const QObject* const shown_by = action.menu();
-            EXPECT_EQ(qt::to_utf8((shown_by == nullptr ? &action : shown_by)->objectName()),
-                      entry.name);
+            const QObject& named =
+                action.menu() == nullptr ? static_cast<const QObject&>(action) : *action.menu();
+            EXPECT_EQ(qt::to_utf8(named.objectName()), entry.name);
+            EXPECT_EQ(items_of(action.menu()), entry.items) << entry.name;
             const bool separator = std::string(entry.caption) == "-";
             EXPECT_EQ(action.isSeparator(), separator) << entry.name;
             if (separator) continue;
@@ -120,6 +135,18 @@ TEST_F(Menus, in_a_transfer_every_menu_is_locked_and_its_entries_stay_as_they_we
             kMenus, [&](const Menu& menu) { return menu.menu.name == entry.name; });
         return !is_menu && entry.at_start;
     });
+}
+
+TEST_F(Menus, mnemonics_of_the_edit_menu_and_its_lists_are_unique) {
+    for (const char* const menu : {"mnuEdit", "SortRowsMenu", "SetModeMenu", "SetPrefMenu"}) {
+        std::string letters;
+        for (const QAction* const action : widget<QMenu>(menu).actions()) {
+            const QKeySequence keys = QKeySequence::mnemonic(action->text());
+            if (!keys.isEmpty()) letters += static_cast<char>(keys[0].key());
+        }
+        std::ranges::sort(letters);
+        EXPECT_EQ(std::ranges::adjacent_find(letters), letters.end()) << menu << ": " << letters;
+    }
 }
 
 TEST_F(Menus, the_status_window_is_toggled_from_its_entry) {
