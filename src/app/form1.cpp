@@ -47,6 +47,8 @@ Form1::Form1() {
     Command3.caption = "Delete";
     Command4.caption = "Save";
     Command5.caption = "Load";
+    Command4.tip = "Take the table over into the memory image";
+    Command5.tip = "Go back to what the memory image holds";
     double top = kMargin;
     for (CommandButton* button : {&Command2, &Command1, &Command3, &Command4, &Command5}) {
         if (button == &Command4) top += kButtonGroupGap;

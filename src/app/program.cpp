@@ -27,6 +27,7 @@ Program::Program(Platform platform, ComPorts& ports)
                 [this](const std::string& text) { notices.add({.text = text}); }),
       undo_({form, procedures_.editor, history_, procedures_.image_files, procedures_.clone_read},
             events_, notices),
+      told_changes_(form, history_, notices),
       new_table_({form, procedures_.table, procedures_.image_files}, platform.files,
                  platform.folders.data, events_, notices),
       recent_files_(form, procedures_.image_files, platform.files, platform.settings, events_),

@@ -22,6 +22,7 @@
 #include "app/procedures.h"
 #include "app/recent_files.h"
 #include "app/row_commands.h"
+#include "app/told_changes.h"
 #include "app/undo.h"
 #include "files/recovery.h"
 #include "table/edit_history.h"
@@ -81,6 +82,7 @@ class Program {
     KeptImages kept_images_;
     Recovery recovery_;
     Undo undo_;
+    ToldChanges told_changes_;
     NewTable new_table_;
     RecentFiles recent_files_;
     FindLine find_line_;

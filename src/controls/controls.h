@@ -68,6 +68,7 @@ struct CommandButton : PlacedControl {
     using PlacedControl::PlacedControl;
 
     Property<std::string> caption;
+    Property<std::string> tip;  // what it does, for the mouse and for assistive programs
     Signal<> clicked;
 };
 
@@ -141,6 +142,7 @@ struct MenuEntry : Control {
     virtual ~MenuEntry() = default;
 
     Property<std::string> caption;
+    Property<std::string> tip;  // what it does, where the caption does not tell; "" for none
     // Keys that do as if its menu were opened and it were chosen, as "Ctrl+Z". The first is shown
     // beside it.
     const std::vector<std::string> shortcuts;

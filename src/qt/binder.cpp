@@ -122,6 +122,9 @@ void Binder::bind(CommandButton& button) {
     if (shown == nullptr) return;
     bind_state(button, *shown);
     follow(button.caption, [&button, shown] { shown->setText(from_utf8(button.caption)); });
+    follow(button.tip, [&button, shown] {
+        if (!button.tip.get().empty()) shown->setToolTip(from_utf8(button.tip));
+    });
     if (button.height > 0) bind_place(button, *shown);
     if (shown->autoDefault()) act_at_once(*shown);
     QObject::connect(shown, &QPushButton::clicked, &form_, [&button, shown] {
@@ -209,6 +212,11 @@ void Binder::bind(MenuEntry& entry, QAction& shown) {
     follow(entry.enabled, [&] { shown.setEnabled(entry.enabled); });
     follow(entry.visible, [&] { shown.setVisible(entry.visible); });
     follow(entry.checked, [&] { shown.setChecked(entry.checked); });
+    follow(entry.tip, [&] {
+        if (entry.tip.get().empty()) return;
+        shown.setToolTip(from_utf8(entry.tip));
+        shown.setStatusTip(shown.toolTip());
+    });
     QObject::connect(&shown, &QAction::triggered, &form_, [&entry, &shown] {
         // Whether the entry is checked is the procedure's business, not the click's.
         shown.setChecked(entry.checked);

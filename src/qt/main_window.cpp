@@ -86,22 +86,20 @@ void MainWindow::create_buttons() {
     struct Description {
         const char* name;
         QString accessible;
-        QString tip;
         QIcon icon;
     };
     const Description descriptions[] = {
-        {"TransferButton", QString(), QString(), {}},
-        {"Command2", tr("Move up"), tr("Move the selected rows up"), arrow_icon(Qt::UpArrow)},
-        {"Command1", tr("Move down"), tr("Move the selected rows down"), arrow_icon(Qt::DownArrow)},
-        {"Command3", tr("Delete"), tr("Empty the selected rows"), {}},
-        {"Command4", tr("Save"), tr("Take the table over into the memory image"), {}},
-        {"Command5", tr("Load"), tr("Go back to what the memory image holds"), {}},
+        {"TransferButton", QString(), {}},
+        {"Command2", tr("Move up"), arrow_icon(Qt::UpArrow)},
+        {"Command1", tr("Move down"), arrow_icon(Qt::DownArrow)},
+        {"Command3", tr("Delete"), {}},
+        {"Command4", tr("Save"), {}},
+        {"Command5", tr("Load"), {}},
     };
     for (const Description& description : descriptions) {
         auto* const button = new QPushButton(canvas_);
         button->setObjectName(description.name);
         button->setAccessibleName(description.accessible);
-        button->setToolTip(description.tip);
         button->setIcon(description.icon);
         button->setAutoDefault(false);
         // What can only be read comes last.
@@ -213,6 +211,7 @@ void MainWindow::bind_controls(Form1& form) {
 void MainWindow::create_menus(Form1& form) {
     for (const Form1::Menu& menu : form.menus()) {
         QMenu* const shown = menuBar()->addMenu(QString());
+        shown->setToolTipsVisible(true);
         binder_.bind(menu.entry, *shown);
         for (MenuEntry* item : menu.items) {
             if (item->caption.get() == kSeparatorCaption) {

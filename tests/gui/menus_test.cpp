@@ -104,7 +104,10 @@ class Menus : public StartedWindowTest {
             const QObject& named =
                 action.menu() == nullptr ? static_cast<const QObject&>(action) : *action.menu();
             EXPECT_EQ(qt::to_utf8(named.objectName()), entry.name);
-            EXPECT_EQ(items_of(action.menu()), entry.items) << entry.name;
+            // Which files there were is up to the user.
+            if (std::string(entry.name) != "RecentMenu") {
+                EXPECT_EQ(items_of(action.menu()), entry.items) << entry.name;
+            }
             const bool separator = std::string(entry.caption) == "-";
             EXPECT_EQ(action.isSeparator(), separator) << entry.name;
             if (separator) continue;
