@@ -20,9 +20,10 @@ struct TableRow {
 
     // `col` as in the table: 1 to 14.
     GridCell& at(int col) { return cells.at(static_cast<std::size_t>(col - columns::kTag)); }
-    const std::string& text(int col) const {
-        return cells.at(static_cast<std::size_t>(col - columns::kTag)).text;
+    const GridCell& at(int col) const {
+        return cells.at(static_cast<std::size_t>(col - columns::kTag));
     }
+    const std::string& text(int col) const { return at(col).text; }
     bool is_empty() const;
 
     friend bool operator==(const TableRow&, const TableRow&) = default;
