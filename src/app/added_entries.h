@@ -19,6 +19,8 @@ struct AddedEntries {
     MenuEntry insert_row{"InsertRowEntry", "&Insert Row"};
     MenuEntry close_up{"CloseUpEntry", "C&lose Up"};
     MenuChoice sort_rows{"SortRowsMenu", "&Sort Marked Rows"};
+    MenuEntry fill_series{"FillSeriesEntry", "&Fill Series..."};
+    MenuEntry move_to{"MoveToEntry", "&Move To..."};
     MenuChoice set_mode{"SetModeMenu", "Set M&ode"};
     MenuChoice set_pref{"SetPrefMenu", "Set Pr&ef"};
     MenuEntry line_above_find{"LineAboveFind", "-"};

@@ -4,8 +4,10 @@
 
 namespace memwright {
 
+class FillSeries;
 class Form2;
 class Form5;
+class MoveTo;
 class frmLimitSearch;
 class frmMiscSetting;
 class frmPrint;
@@ -20,6 +22,8 @@ class DialogViews {
     virtual void show_modal(frmMiscSetting& form) = 0;
     virtual void show_modal(frmLimitSearch& form) = 0;
     virtual void show_modal(frmPrint& form) = 0;
+    virtual void show_modal(FillSeries& form) = 0;
+    virtual void show_modal(MoveTo& form) = 0;
 };
 
 }  // namespace memwright

@@ -33,7 +33,7 @@ Program::Program(Platform platform, ComPorts& ports)
       recent_files_(form, procedures_.image_files, platform.files, platform.settings, events_),
       find_line_(form, procedures_.rows, platform.cells, events_, notices),
       go_to_line_(form, platform.cells, events_, notices),
-      row_commands_(form, events_, notices) {}
+      row_commands_({form, procedures_.rows, platform.dialogs}, events_, notices) {}
 
 void Program::start() {
     events_.run("Start", [this] {

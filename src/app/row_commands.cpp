@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "app/move_to.h"
 #include "image/image_codec.h"
 #include "table/choice_lists.h"
 
@@ -24,17 +25,16 @@ std::string name_of_row(int row) {
 
 }  // namespace
 
-RowCommands::RowCommands(Form1& form, Events& events, Notices& notices)
-    : form_(form), grid_(form.MSFlexGrid1), events_(events), notices_(notices) {
+RowCommands::RowCommands(Work work, Events& events, Notices& notices)
+    : work_(work),
+      added_(work.form.added),
+      grid_(work.form.MSFlexGrid1),
+      events_(events),
+      notices_(notices) {
     fill_lists();
     connect_commands();
     const auto show_entries = [this] {
-        AddedEntries& added = form_.added;
-        for (MenuEntry* entry :
-             std::initializer_list<MenuEntry*>{&added.insert_row, &added.close_up, &added.sort_rows,
-                                               &added.set_mode, &added.set_pref}) {
-            entry->enabled = grid_.enabled.get();
-        }
+        for (MenuEntry* entry : entries()) entry->enabled = grid_.enabled.get();
     };
     show_entries();
     connections_.push_back(grid_.enabled.changed.connect(show_entries));
@@ -44,25 +44,31 @@ RowCommands::RowCommands(Form1& form, Events& events, Notices& notices)
     connections_.push_back(grid_.marked_rows.changed.connect([this] { take_notice_back(); }));
 }
 
+std::vector<MenuEntry*> RowCommands::entries() {
+    return {&added_.insert_row, &added_.close_up, &added_.sort_rows, &added_.fill_series,
+            &added_.move_to,    &added_.set_mode, &added_.set_pref};
+}
+
 void RowCommands::fill_lists() {
-    form_.added.sort_rows.items = {"By &Frequency", "By &Tag", "By &Mode"};
+    added_.sort_rows.items = {"By &Frequency", "By &Tag", "By &Mode"};
     // In the order of the columns' lists of choices.
-    form_.added.set_mode.items = {"&NFM", "&WFM", "&AM"};
-    form_.added.set_pref.items = {"&Off", "O&n"};
+    added_.set_mode.items = {"&NFM", "&WFM", "&AM"};
+    added_.set_pref.items = {"&Off", "O&n"};
 }
 
 void RowCommands::connect_commands() {
-    AddedEntries& added = form_.added;
     const auto connect = [this](Signal<>& clicked, const char* command,
                                 const Events::Procedure& procedure) {
         connections_.push_back(
             clicked.connect([this, command, procedure] { run(command, procedure); }));
     };
-    connect(added.insert_row.clicked, "Insert Row", [this] { insert_row(); });
-    connect(added.close_up.clicked, "Close Up", [this] {
+    connect(added_.insert_row.clicked, "Insert Row", [this] { insert_row(); });
+    connect(added_.close_up.clicked, "Close Up", [this] {
         arrange("to close up", [](TableRows rows) { return closed_up(std::move(rows)); });
     });
-    connect_choice(added.sort_rows, [this](std::size_t choice) {
+    connect(added_.fill_series.clicked, "Fill Series", [this] { fill_series(); });
+    connect(added_.move_to.clicked, "Move To", [this] { move_to(); });
+    connect_choice(added_.sort_rows, [this](std::size_t choice) {
         constexpr std::array<std::pair<const char*, SortKey>, 3> kOrders = {
             {{"Sort by Frequency", SortKey::frequency},
              {"Sort by Tag", SortKey::tag},
@@ -72,10 +78,10 @@ void RowCommands::connect_commands() {
             arrange("to sort", [by](TableRows rows) { return sorted(std::move(rows), by); });
         });
     });
-    connect_choice(added.set_mode, [this](std::size_t choice) {
+    connect_choice(added_.set_mode, [this](std::size_t choice) {
         run("Set Mode", [this, choice] { set_column(kMode, choice); });
     });
-    connect_choice(added.set_pref, [this](std::size_t choice) {
+    connect_choice(added_.set_pref, [this](std::size_t choice) {
         run("Set Pref", [this, choice] { set_column(kPref, choice); });
     });
 }
@@ -90,8 +96,8 @@ void RowCommands::run(const std::string& command, const Events::Procedure& proce
     if (!grid_.enabled) return;
     events_.run(command, [&] {
         take_notice_back();
-        form_.TxtGrid.visible = false;
-        form_.CboGrid.visible = false;
+        work_.form.TxtGrid.visible = false;
+        work_.form.CboGrid.visible = false;
         procedure();
     });
 }
@@ -141,13 +147,54 @@ void RowCommands::insert_at(int row, int empty_row) {
     grid_.set_row(row);
 }
 
-void RowCommands::arrange(const std::string& purpose, const Arrange& arranged) {
+void RowCommands::fill_series() {
     const RowRange rows = marked();
-    if (rows.last < rows.first) {
-        say({.text = "Mark the rows " + purpose + " in the label column first."});
+    if (rows.last <= rows.first) {
+        say({.text = "Mark the row that the series begins with, and the rows to fill, in the label "
+                     "column first."});
         return;
     }
-    put(rows.first, arranged(rows_of(rows)));
+    TableRows before = rows_of(rows);
+    if (before.front().is_empty()) {
+        say({.text = "Row " + std::to_string(rows.first) +
+                     ", the first of the marked ones, has no frequency to go on from."});
+        return;
+    }
+    FillSeries dialog(std::move(before), rows.first, series_);
+    work_.dialogs.show_modal(dialog);
+    if (!dialog.wanted()) return;
+    series_ = dialog.choices();
+    put(rows.first, dialog.wanted()->rows);
+    if (dialog.wanted()->blocked > 0) {
+        say({.text = "Frequencies that the radio cannot receive: " +
+                     std::to_string(dialog.wanted()->blocked) +
+                     ". They are now at the upper edges of their ranges."});
+    }
+}
+
+void RowCommands::move_to() {
+    if (!has_marked("to move")) return;
+    MoveTo dialog(marked());
+    work_.dialogs.show_modal(dialog);
+    if (!dialog.wanted()) return;
+    const RowMove& move = *dialog.wanted();
+    const RowRange target = move.target();
+    const bool overwrites = move.kind == RowMove::Kind::overwrite && !move.overlaps();
+    if (overwrites && !work_.rows.may_overwrite(target.first, target.last)) return;
+    put(move.extent().first, moved(rows_of(move.extent()), move));
+    work_.rows.select(target.first, target.last);
+    grid_.set_row(target.first);
+    grid_.rows_wanted(target.last, target.first);
+}
+
+bool RowCommands::has_marked(const std::string& purpose) {
+    if (marked().first <= marked().last) return true;
+    say({.text = "Mark the rows " + purpose + " in the label column first."});
+    return false;
+}
+
+void RowCommands::arrange(const std::string& purpose, const Arrange& arranged) {
+    if (has_marked(purpose)) put(marked().first, arranged(rows_of(marked())));
 }
 
 void RowCommands::set_column(int col, std::size_t choice) {

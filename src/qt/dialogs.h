@@ -17,6 +17,8 @@ class QtDialogViews final : public DialogViews {
     void show_modal(frmMiscSetting& form) override;
     void show_modal(frmLimitSearch& form) override;
     void show_modal(frmPrint& form) override;
+    void show_modal(FillSeries& form) override;
+    void show_modal(MoveTo& form) override;
 
   private:
     QWidget& owner_;

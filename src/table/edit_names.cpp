@@ -26,6 +26,10 @@ std::string name_of_row_command(const Edit& step) {
     if (command.starts_with(kSort)) {
         return "Sort " + rows + " by " + lower_case(command.substr(kSort.size()));
     }
+    if (command == "Fill Series") return "Fill " + rows;
+    if (command == "Move To") {
+        return "Move " + rows + " to row " + std::to_string(step.selected_after.marked.first);
+    }
     if (command == "Set Mode") return "Set mode of " + rows;
     if (command == "Set Pref") return "Set pref of " + rows;
     return "";

@@ -53,24 +53,25 @@ void RowOperations::mnuCut_Click() {
     grid_.set_col(kTag);
 }
 
-void RowOperations::mnuPaste_Click() {
-    const int first = grid_.Row();
-    if (first == 0) return;  // the headings are no memory
-    const int rows = static_cast<int>(RowBuffer_.size());
-    const int last = std::min(first + rows - 1, grid_.Rows() - 1);
+bool RowOperations::may_overwrite(int first, int last) {
     bool occupied = false;
     for (int row = first; row <= last; ++row) {
         occupied = occupied || !grid_.TextMatrix(row, kTag).empty() ||
                    !grid_.TextMatrix(row, kFreq).empty();
     }
-    if (occupied) {
-        const Answer answer = messages_.show(
-            {.text = "There is already data in the cells to be pasted to. Overwrite?",
-             .title = "Memwright",
-             .buttons = Buttons::yes_no,
-             .icon = Icon::question});
-        if (answer != Answer::yes) return;
-    }
+    if (!occupied) return true;
+    return messages_.show({.text = "There is already data in the cells to be pasted to. Overwrite?",
+                           .title = "Memwright",
+                           .buttons = Buttons::yes_no,
+                           .icon = Icon::question}) == Answer::yes;
+}
+
+void RowOperations::mnuPaste_Click() {
+    const int first = grid_.Row();
+    if (first == 0) return;  // the headings are no memory
+    const int rows = static_cast<int>(RowBuffer_.size());
+    const int last = std::min(first + rows - 1, grid_.Rows() - 1);
+    if (!may_overwrite(first, last)) return;
     const MSFlexGrid::Batch batch(grid_);
     write_buffer(first);
     table_.MaskColor();

@@ -41,6 +41,12 @@ class RowOperations {
     void reset_buffer() { RowBuffer_.assign(1, Record{}); }
     const std::vector<Record>& RowBuffer() const { return RowBuffer_; }
 
+    // Marks these rows.
+    void select(int top, int bottom);
+
+    // Asks before rows with a tag or a frequency are overwritten. False if they are to stay.
+    bool may_overwrite(int first, int last);
+
     void MSFlexGrid1_MouseUp(MouseButton button, MouseCell under_mouse);
 
     void CutCopy();
@@ -56,7 +62,6 @@ class RowOperations {
     void Command5_Click() { table_.ParseVR120Data(); }
 
   private:
-    void select(int top, int bottom);
     void clear_rows();
     void copy_visible_fields(int from_row, int to_row);
     void write_buffer(int first_row);

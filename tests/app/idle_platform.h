@@ -91,6 +91,8 @@ class WorkedDialogs final : public DialogViews {
     std::function<void(frmMiscSetting&)> in_settings;
     std::function<void(frmLimitSearch&)> in_limits;
     std::function<void(frmPrint&)> in_print;
+    std::function<void(FillSeries&)> in_fill_series;
+    std::function<void(MoveTo&)> in_move_to;
     int shown = 0;
 
     void show_modal(Form2& form) override { work(in_form2, form); }
@@ -98,6 +100,8 @@ class WorkedDialogs final : public DialogViews {
     void show_modal(frmMiscSetting& form) override { work(in_settings, form); }
     void show_modal(frmLimitSearch& form) override { work(in_limits, form); }
     void show_modal(frmPrint& form) override { work(in_print, form); }
+    void show_modal(FillSeries& form) override { work(in_fill_series, form); }
+    void show_modal(MoveTo& form) override { work(in_move_to, form); }
 
   private:
     template <class Form>

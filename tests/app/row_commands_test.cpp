@@ -1,12 +1,9 @@
 // The commands of the Edit Channels menu that insert, arrange and set whole rows: what they do to
 // the table, that each is one step, and what they say when there is nothing to work on.
 
-#include <gmock/gmock.h>
+#include "app/row_commands_test.h"
 
 #include <tuple>
-
-#include "app/notice_texts.h"
-#include "app/runs_test.h"
 
 namespace memwright {
 namespace {
@@ -14,72 +11,6 @@ namespace {
 using namespace columns;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr Colour kGreyText = 0xC0C0C0;
-
-class RowCommandsTest : public RunsTest {
-  protected:
-    void SetUp() override { run = start_with_a_file(); }
-
-    MSFlexGrid& grid() { return run->form.MSFlexGrid1; }
-    AddedEntries& added() { return run->form.added; }
-    Notices& notices() { return run->program.notices; }
-
-    // A memory, all of whose columns can be told from those of others.
-    void put(int row, const std::string& tag, const std::string& freq = "145.50000") {
-        for (int col = kTag; col < kCount; ++col) {
-            grid().set_text(row, col, tag + std::to_string(col));
-        }
-        grid().set_text(row, kTag, tag);
-        grid().set_text(row, kFreq, freq);
-    }
-    void put_all(int first, const std::string& tags) {
-        for (const char tag : tags) {
-            if (tag != '.') put(first, std::string(1, tag));
-            ++first;
-        }
-    }
-    void mark(int first, int last) {
-        grid().mouse_down(MouseButton::left, {first, kLabel});
-        grid().mouse_up(MouseButton::left, {last, kLabel});
-    }
-    void go_to(int row) {
-        grid().set_row(row);
-        grid().set_col(kTag);
-    }
-    std::string tags(int first, int last) {
-        std::string all;
-        for (int row = first; row <= last; ++row) {
-            const std::string& tag = grid().TextMatrix(row, kTag);
-            all += tag.empty() ? "." : tag;
-        }
-        return all;
-    }
-    // Texts and colours of all columns, labels included.
-    std::vector<std::pair<std::string, Colour>> whole_table() {
-        std::vector<std::pair<std::string, Colour>> all;
-        for (int row = 0; row < kRows; ++row) {
-            for (int col = 0; col < kCount; ++col) {
-                all.emplace_back(grid().TextMatrix(row, col), grid().colour(row, col));
-            }
-        }
-        return all;
-    }
-    // That the last command was one step of this name, and comes back whole.
-    void expect_step(const std::string& name,
-                     const std::vector<std::pair<std::string, Colour>>& before) {
-        EXPECT_EQ(added().undo.caption.get(), "&Undo " + name);
-        const auto after = whole_table();
-        EXPECT_NE(after, before) << name;
-        added().undo.clicked();
-        EXPECT_EQ(whole_table(), before) << name;
-        added().redo.clicked();
-        EXPECT_EQ(whole_table(), after) << name;
-        added().undo.clicked();
-    }
-
-    std::unique_ptr<Running> run;
-};
 
 TEST_F(RowCommandsTest, a_row_is_inserted_into_the_gap_above_the_next_empty_memory) {
     put_all(4, "ABC.D");
@@ -220,6 +151,7 @@ TEST_F(RowCommandsTest, without_marked_rows_each_says_what_to_mark_and_changes_n
     const std::vector<std::pair<std::function<void()>, std::string>> kCommands = {
         {[&] { added().close_up.clicked(); }, "to close up"},
         {[&] { added().sort_rows.picked(0); }, "to sort"},
+        {[&] { added().move_to.clicked(); }, "to move"},
         {[&] { added().set_mode.picked(0); }, "to set"},
         {[&] { added().set_pref.picked(0); }, "to set"}};
     for (const auto& [command, purpose] : kCommands) {
@@ -227,6 +159,11 @@ TEST_F(RowCommandsTest, without_marked_rows_each_says_what_to_mark_and_changes_n
         EXPECT_THAT(waiting(notices()),
                     ElementsAre("Mark the rows " + purpose + " in the label column first."));
     }
+    added().fill_series.clicked();
+    EXPECT_THAT(waiting(notices()),
+                ElementsAre("Mark the row that the series begins with, and the rows to fill, in "
+                            "the label column first."));
+    EXPECT_EQ(run->views.shown, 0);
     EXPECT_EQ(whole_table(), before);
     mark(1, 3);
     EXPECT_THAT(waiting(notices()), IsEmpty());
@@ -258,8 +195,8 @@ TEST_F(RowCommandsTest, are_locked_along_with_the_table) {
     const auto before = whole_table();
     run->form.DisableGui();
     for (MenuEntry* entry : std::initializer_list<MenuEntry*>{
-             &added().insert_row, &added().close_up, &added().sort_rows, &added().set_mode,
-             &added().set_pref}) {
+             &added().insert_row, &added().close_up, &added().sort_rows, &added().fill_series,
+             &added().move_to, &added().set_mode, &added().set_pref}) {
         EXPECT_FALSE(entry->enabled) << entry->name;
     }
     run->program.act_on_notice(notices().of_this_run().size() - 1);

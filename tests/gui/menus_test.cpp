@@ -13,7 +13,7 @@ struct Entry {
     const char* name;
     const char* caption;                  // "-" for a separator line
     bool at_start;                        // enabled then
-    std::vector<std::string> items = {};  // of the list that it opens
+    std::vector<std::string> items = {};  // of the list that it opens, if always the same
 };
 
 struct Menu {
@@ -46,6 +46,8 @@ const std::vector<Menu> kMenus = {
       {"InsertRowEntry", "&Insert Row", false},
       {"CloseUpEntry", "C&lose Up", false},
       {"SortRowsMenu", "&Sort Marked Rows", false, {"By &Frequency", "By &Tag", "By &Mode"}},
+      {"FillSeriesEntry", "&Fill Series...", false},
+      {"MoveToEntry", "&Move To...", false},
       {"SetModeMenu", "Set M&ode", false, {"&NFM", "&WFM", "&AM"}},
       {"SetPrefMenu", "Set Pr&ef", false, {"&Off", "O&n"}},
       {"LineAboveFind", "-", true},

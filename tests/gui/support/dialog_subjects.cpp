@@ -6,9 +6,11 @@
 #include <optional>
 
 #include "app/dialogs.h"
+#include "app/fill_series.h"
 #include "app/frm_limit_search.h"
 #include "app/frm_misc_setting.h"
 #include "app/frm_print.h"
+#include "app/move_to.h"
 #include "app/radio_image.h"
 #include "fakes/memory_settings.h"
 #include "gui/support/dialog_test.h"
@@ -99,6 +101,43 @@ class PrintSubject final : public DialogSubject {
     std::optional<frmPrint::Range> wanted_;
 };
 
+class SeriesSubject final : public DialogSubject {
+  public:
+    void show(qt::QtDialogViews& views, const Reply& work) override {
+        TableRows rows(2);
+        rows[0].at(columns::kFreq).text = "145.50000";
+        FillSeries form(std::move(rows), 1, {});
+        answering({work}, [&] { views.show_modal(form); });
+        if (form.wanted()) next_ = form.wanted()->rows[1].text(columns::kFreq);
+    }
+    void change(QDialog& dialog) override { type_over(dialog, "StepBox", "-6,25"); }
+    Texts stored() const override { return next_.empty() ? Texts{} : Texts{next_}; }
+
+  private:
+    std::string next_;
+};
+
+class MoveSubject final : public DialogSubject {
+  public:
+    void show(qt::QtDialogViews& views, const Reply& work) override {
+        MoveTo form({5, 7});
+        answering({work}, [&] { views.show_modal(form); });
+        wanted_ = form.wanted();
+    }
+    void change(QDialog& dialog) override {
+        choose_entry(dialog, "BankList", 2);
+        choose_entry(dialog, "MemoryList", 10);
+    }
+    Texts stored() const override {
+        if (!wanted_) return {};
+        const bool swaps = wanted_->kind == RowMove::Kind::swap;
+        return {(swaps ? "swap at " : "overwrite at ") + std::to_string(wanted_->to)};
+    }
+
+  private:
+    std::optional<RowMove> wanted_;
+};
+
 class AboutSubject final : public DialogSubject {
   public:
     void show(qt::QtDialogViews& views, const Reply& work) override {
@@ -166,6 +205,22 @@ const std::vector<DialogContract>& dialog_contracts() {
          {"7 to 35"},
          "240",
          make<PrintSubject>},
+        {"FillSeries",
+         "FillSeries",
+         "Fill Series",
+         {"StepBox", "NumberTags", "Command1", "Command2"},
+         "CNOS",
+         {"145.49375"},
+         "-1299999.99999",
+         make<SeriesSubject>},
+        {"MoveTo",
+         "MoveTo",
+         "Move To",
+         {"BankList", "MemoryList", "SwapOption", "Command1", "Command2"},
+         "BCMOSV",
+         {"swap at 139"},
+         "",
+         make<MoveSubject>},
         {"About", "Form5", "About Memwright", {"Command1"}, "O", {}, "", make<AboutSubject>}};
     return contracts;
 }
