@@ -24,7 +24,7 @@ class UserInterface {
 // The main window's caption: the program's title, and behind it the path of the current file.
 struct FormCaption {
     std::string title;
-    std::string at_start;  // the caption while there is no file
+    std::string at_start{};  // the caption while there is no file
     Property<std::string> caption;
 
     void show_path(const std::string& path) { caption = title + " - " + path; }
