@@ -66,6 +66,7 @@ TransferBench::Kept TransferBench::kept() const {
     return {cells_of(program_.form.MSFlexGrid1), program_.form.caption.caption};
 }
 
+// The added entries follow the table and its history.
 std::vector<std::string> TransferBench::enabled_names() {
     std::vector<std::string> names;
     Form1& form = program_.form;
@@ -73,7 +74,7 @@ std::vector<std::string> TransferBench::enabled_names() {
     for (const auto& [menu, items] : form.menus()) {
         if (menu.enabled) names.push_back(menu.name);
         for (const MenuEntry* item : items) {
-            if (item->enabled) names.push_back(item->name);
+            if (item->enabled && item->name.starts_with("mnu")) names.push_back(item->name);
         }
     }
     return names;
