@@ -84,7 +84,8 @@ class OfferBench : public Bench {
     fakes::VirtualTime time;
     std::vector<std::string> notes;
     EditRecorder edits{grid, store};
-    Recovery recovery{{store, table, grid, edits, image_files, form},
+    EditHistory history{edits};
+    Recovery recovery{{store, table, grid, edits, history, image_files, form},
                       {files, locks, time, time, messages, kFolder},
                       [this](const std::string& text) { notes.push_back(text); }};
 };
