@@ -16,7 +16,7 @@ outcomes() {
             test = $1
             said = substr($0, RLENGTH + 1)
             if (said ~ /^\[ RUN      \] /) {
-                running[test] = $4
+                running[test] = $5
                 cases[test]++
             } else if (running[test] != "" && said ~ /^\[( +OK|  FAILED |  SKIPPED) \] /) {
                 told[test] = told[test] (said ~ /^\[  FAILED/ ? "failed " : "passed ") running[test] "\n"

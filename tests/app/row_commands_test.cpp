@@ -75,7 +75,7 @@ TEST_F(RowCommandsTest, an_offer_that_the_table_has_outdated_is_taken_back) {
     ASSERT_EQ(notices().waiting(), 1U);
     mark(64, 64);
     run->form.Command3.clicked();
-    EXPECT_EQ(notices().waiting(), 0U);
+    EXPECT_THAT(waiting(notices()), ElementsAre("Delete row 64 (Bank 0 - 63)."));
 }
 
 TEST_F(RowCommandsTest, the_headings_are_no_place_for_a_row) {
