@@ -61,13 +61,13 @@ TableRows with_first_inserted(TableRows rows) {
 }
 
 TableRows closed_up(TableRows rows) {
-    std::ranges::stable_partition(rows, is_occupied_row);
+    std::stable_partition(rows.begin(), rows.end(), is_occupied_row);
     return rows;
 }
 
 TableRows sorted(TableRows rows, SortKey key) {
-    const auto empty = std::ranges::stable_partition(rows, is_occupied_row);
-    std::stable_sort(rows.begin(), empty.begin(),
+    const auto empty = std::stable_partition(rows.begin(), rows.end(), is_occupied_row);
+    std::stable_sort(rows.begin(), empty,
                      [key](const TableRow& a, const TableRow& b) { return before(a, b, key); });
     return rows;
 }
